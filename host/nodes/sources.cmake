@@ -1,0 +1,3 @@
+# Sources of this room, one a line, sorted (main files of programs are not listed).
+set(SOURCES
+)
