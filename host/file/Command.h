@@ -1,5 +1,6 @@
-// The commands that a scene consists of. Readers of every format speak them, listeners carry them out, print or count them.
-// All numbers are in internal units: centimetres, radians, ticks. All texts are UTF-8. Views live until the call returns.
+// The commands that a scene consists of. Readers of every format speak them, listeners carry them
+// out, print or count them. All numbers are in internal units: centimetres, radians, ticks. All
+// texts are UTF-8. Views live until the call returns.
 #pragma once
 
 #include "host/types/PlugPath.h"
@@ -15,7 +16,7 @@ namespace host::file {
 
 /// Where a command stands: line and column (from 1) in a text, or a byte offset.
 struct Place {
-    std::uint64_t line = 0;   ///< 0: `offset` counts
+    std::uint64_t line = 0; ///< 0: `offset` counts
     std::uint64_t column = 0;
     std::uint64_t offset = 0;
     /// "line 12, column 3" or "offset 0x1f40".
@@ -60,8 +61,8 @@ struct AttributeFlags {
     std::int8_t isInChannelBox = -1;
 };
 
-/// Numbers for `count()` consecutive elements from the plug's first index on (or for the plug itself): exactly one of the three spans
-/// is used, by `storage`.
+/// Numbers for `count()` consecutive elements from the plug's first index on (or for the plug
+/// itself): exactly one of the three spans is used, by `storage`.
 struct NumberBlock {
     NumberStorage storage = NumberStorage::Double;
     std::size_t width = 1;
@@ -72,7 +73,8 @@ struct NumberBlock {
     std::size_t count() const { return numberCount() / width; }
 };
 
-/// One run of a sparse inner multi: outer element, inner index, number (".wl[0:1].w"  2 0 0.857 1 0.143 ...).
+/// One run of a sparse inner multi: outer element, inner index, number (".wl[0:1].w"  2 0 0.857 1
+/// 0.143 ...).
 struct SparseNumber {
     std::uint32_t outer = 0;
     std::uint32_t inner = 0;
@@ -107,11 +109,12 @@ struct Connection {
 struct ParentNodes {
     std::span<const std::string_view> nodes; ///< to be parented
     std::string_view parent;                 ///< empty: the world
-    bool isAdded = false;                    ///< a further parent (an instance) instead of another one
-    bool isRemoved = false;                  ///< the parent is taken away (-removeObject)
+    bool isAdded = false;   ///< a further parent (an instance) instead of another one
+    bool isRemoved = false; ///< the parent is taken away (-removeObject)
 };
 
-/// The listener to a scene's commands, in file order. Nothing here fails: what cannot be carried out is the listener's to report.
+/// The listener to a scene's commands, in file order. Nothing here fails: what cannot be carried
+/// out is the listener's to report.
 class CommandSink {
 public:
     virtual ~CommandSink() = default;
@@ -133,7 +136,8 @@ public:
     virtual void lockNode(bool isLocked) = 0;
 
     virtual void addAttribute(const AddAttribute& command) = 0;
-    /// What a plug takes, seen from the current node; asked once per setAttr with values, before they are read.
+    /// What a plug takes, seen from the current node; asked once per setAttr with values, before
+    /// they are read.
     virtual PlugShape shapeOf(const PlugPath& plug) = 0;
     virtual void setAttribute(const SetAttribute& command) = 0;
     virtual void connect(const Connection& command) = 0;

@@ -1,4 +1,5 @@
-// The scene as a graph: nodes, their plugs, connections in order, the DAG with several parents. Holds values; computes none.
+// The scene as a graph: nodes, their plugs, connections in order, the DAG with several parents.
+// Holds values; computes none.
 #pragma once
 
 #include "host/support/Expected.h"
@@ -23,8 +24,9 @@ inline constexpr NodeId kNoNode = 0xffffffff;
 using SlotId = std::uint32_t; ///< position in a node's list of plugs that hold something
 inline constexpr SlotId kNoSlot = 0xffffffff;
 
-/// A plug: an attribute of a node, inside the multi element `context` (a slot of the same node; kNoSlot for none), and for a multi its
-/// logical index (-1: the array as a whole, or an attribute that is no multi).
+/// A plug: an attribute of a node, inside the multi element `context` (a slot of the same node;
+/// kNoSlot for none), and for a multi its logical index (-1: the array as a whole, or an attribute
+/// that is no multi).
 struct Plug {
     NodeId node = kNoNode;
     AttributeIndex attribute = kNoAttribute;
@@ -40,11 +42,13 @@ struct Slot {
     bool isClean = false; ///< `value` is a computed one and still holds
     SlotId context = kNoSlot;
     std::int32_t index = -1;
-    std::uint32_t input = 0xffffffff;       ///< the connection that feeds it, or none
-    std::uint32_t firstOutput = 0xffffffff; ///< its connections as a source, a list in order of making
+    std::uint32_t input = 0xffffffff; ///< the connection that feeds it, or none
+    std::uint32_t firstOutput =
+        0xffffffff; ///< its connections as a source, a list in order of making
     std::uint32_t lastOutput = 0xffffffff;
-    Value value;                         ///< stored or computed
-    std::unique_ptr<NumericArray> array; ///< elements of a numeric multi that were set; index is -1 then
+    Value value; ///< stored or computed
+    std::unique_ptr<NumericArray>
+        array; ///< elements of a numeric multi that were set; index is -1 then
 };
 
 struct ConnectionRecord {
@@ -56,19 +60,21 @@ struct ConnectionRecord {
 
 struct Node {
     NodeType type;
-    std::string name;                ///< leaf name with its namespace
-    std::string unknownType;         ///< the type word of an unknown node, else empty
+    std::string name;        ///< leaf name with its namespace
+    std::string unknownType; ///< the type word of an unknown node, else empty
     std::vector<Slot> slots;
-    std::vector<NodeId> parents;     ///< DAG parents in order; the same parent at most once
-    std::vector<NodeId> children;    ///< DAG children in order
-    std::unique_ptr<std::vector<Attribute>> dynamicAttributes; ///< their names live in the graph's text store
+    std::vector<NodeId> parents;  ///< DAG parents in order; the same parent at most once
+    std::vector<NodeId> children; ///< DAG children in order
+    std::unique_ptr<std::vector<Attribute>>
+        dynamicAttributes; ///< their names live in the graph's text store
     bool isAlive = true;
     bool isDefault = false; ///< part of a new scene
     bool hasClean = false;  ///< some slot is clean
     bool isDag() const { return type.isDag(); }
 };
 
-/// Levels below the world that the DAG may have, and paths that instancing may multiply it to: beyond them files attack.
+/// Levels below the world that the DAG may have, and paths that instancing may multiply it to:
+/// beyond them files attack.
 inline constexpr std::size_t kMaxDagDepth = 1000;
 
 class Graph {
@@ -76,26 +82,31 @@ public:
     Graph(); ///< holds the world only: a node of type dagNode named "world"
 
     // --- nodes
-    /// A node at the end of the creation order. A name already taken among its rivals (the parent's children for DAG nodes, all non-DAG nodes
-    /// else) gets its trailing number raised. `parent` is ignored for types outside the DAG.
+    /// A node at the end of the creation order. A name already taken among its rivals (the parent's
+    /// children for DAG nodes, all non-DAG nodes else) gets its trailing number raised. `parent` is
+    /// ignored for types outside the DAG.
     NodeId createNode(NodeType type, std::string_view name, NodeId parent);
     void renameNode(NodeId node, std::string_view name);
     std::size_t nodeCount() const { return m_nodes.size(); }
     const Node& node(NodeId id) const { return m_nodes[id]; }
     Node& node(NodeId id) { return m_nodes[id]; }
-    /// The node of a name, partial path "a|b" or full path "|a|b" (a leading ':' pins the root namespace; "a|b->|c" enters the underworld);
-    /// the first made where several fit. kNoNode: none. Also gives the instance that a path names, see `findPath`.
+    /// The node of a name, partial path "a|b" or full path "|a|b" (a leading ':' pins the root
+    /// namespace; "a|b->|c" enters the underworld); the first made where several fit. kNoNode:
+    /// none. Also gives the instance that a path names, see `findPath`.
     NodeId findNode(std::string_view nameOrPath) const;
-    /// As findNode, with the nodes from below the world down to the end node in `chain`; for a plain name the first path.
+    /// As findNode, with the nodes from below the world down to the end node in `chain`; for a
+    /// plain name the first path.
     NodeId findPath(std::string_view nameOrPath, std::vector<NodeId>& chain) const;
 
     // --- DAG
-    /// Adds a parent at the end of `child`'s list. Fails (Limit, InvalidParameter) on a cycle, beyond kMaxDagDepth, on a second link of the same pair.
+    /// Adds a parent at the end of `child`'s list. Fails (Limit, InvalidParameter) on a cycle,
+    /// beyond kMaxDagDepth, on a second link of the same pair.
     Expected<void> addParent(NodeId child, NodeId parent);
     Expected<void> removeParent(NodeId child, NodeId parent);
     /// Makes `parent` the only parent of `child`.
     Expected<void> setParent(NodeId child, NodeId parent);
-    /// Takes extra parents away, in creation order of nodes, until the whole DAG has at most `maxPaths` paths; returns how many links went.
+    /// Takes extra parents away, in creation order of nodes, until the whole DAG has at most
+    /// `maxPaths` paths; returns how many links went.
     std::size_t limitPaths(std::size_t maxPaths);
     /// Number of paths from the world to a node (1 without instancing).
     std::size_t pathCount(NodeId node) const;
@@ -109,13 +120,16 @@ public:
 
     SlotId findSlot(const Plug& plug) const;
     SlotId ensureSlot(const Plug& plug);
-    /// The child of a compound plug (of its element, for a multi: `plug.index` >= 0; makes the element's slot).
+    /// The child of a compound plug (of its element, for a multi: `plug.index` >= 0; makes the
+    /// element's slot).
     Plug child(const Plug& plug, AttributeIndex child);
     /// The element of a multi plug.
     Plug element(const Plug& array, std::int32_t index) const;
-    /// The compound or multi element that a plug is part of: for a child its compound (element), for an element its array; null plug at the top.
+    /// The compound or multi element that a plug is part of: for a child its compound (element),
+    /// for an element its array; null plug at the top.
     Plug parentPlug(const Plug& plug) const;
-    /// Logical indices of the elements that exist (set, connected, or holding such children), ascending.
+    /// Logical indices of the elements that exist (set, connected, or holding such children),
+    /// ascending.
     std::vector<std::int32_t> elementIndices(const Plug& array) const;
     /// First element after the highest existing one.
     std::int32_t nextAvailable(const Plug& array);
@@ -124,10 +138,12 @@ public:
 
     /// Stores a value and makes what depends on it dirty.
     void setValue(const Plug& plug, Value value);
-    /// The array that holds the elements of a numeric multi, made on first use; for writing call `touch` afterwards.
+    /// The array that holds the elements of a numeric multi, made on first use; for writing call
+    /// `touch` afterwards.
     NumericArray& numericArray(const Plug& array, NumberStorage storage, std::size_t width);
     const NumericArray* findNumericArray(const Plug& array) const;
-    /// Value as stored (or computed and clean): of the slot, else of the numeric array that holds the element, else empty.
+    /// Value as stored (or computed and clean): of the slot, else of the numeric array that holds
+    /// the element, else empty.
     Value storedValue(const Plug& plug) const;
     /// Makes everything downstream of a plug dirty.
     void touch(const Plug& plug);
@@ -149,7 +165,8 @@ private:
     std::vector<Node> m_nodes;
     std::vector<ConnectionRecord> m_connections;
     struct Index;
-    std::shared_ptr<Index> m_index; ///< names, children by name, slots of large nodes, texts of dynamic attributes
+    std::shared_ptr<Index>
+        m_index; ///< names, children by name, slots of large nodes, texts of dynamic attributes
 };
 
 } // namespace host::graph

@@ -1,4 +1,5 @@
-// 4x4 matrices of doubles for row vectors (p' = p * M): rows one after another, translation in the fourth row.
+// 4x4 matrices of doubles for row vectors (p' = p * M): rows one after another, translation in the
+// fourth row.
 #pragma once
 
 #include "host/math/Vec.h"
@@ -8,7 +9,8 @@
 namespace host {
 
 struct Matrix4 {
-    std::array<std::array<double, 4>, 4> m{{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}};
+    std::array<std::array<double, 4>, 4> m{
+        {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}};
     friend bool operator==(const Matrix4&, const Matrix4&) = default;
 };
 

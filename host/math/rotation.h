@@ -5,14 +5,16 @@
 
 namespace host {
 
-/// The order in which the three angles act on a row vector; the numbers are those of the attribute rotateOrder.
+/// The order in which the three angles act on a row vector; the numbers are those of the attribute
+/// rotateOrder.
 enum class RotationOrder : unsigned char { Xyz = 0, Yzx = 1, Zxy = 2, Xzy = 3, Yxz = 4, Zyx = 5 };
 
 /// The order of an attribute's number; anything outside 0..5 is Xyz.
 RotationOrder rotationOrderFromNumber(double number);
 
-/// Rotation by the angles (radians) about x, y and z, applied in the given order: Xyz is RX * RY * RZ with
-/// RX rows (1 0 0) (0 c s) (0 -s c), RY rows (c 0 -s) (0 1 0) (s 0 c), RZ rows (c s 0) (-s c 0) (0 0 1).
+/// Rotation by the angles (radians) about x, y and z, applied in the given order: Xyz is RX * RY *
+/// RZ with RX rows (1 0 0) (0 c s) (0 -s c), RY rows (c 0 -s) (0 1 0) (s 0 c), RZ rows (c s 0) (-s
+/// c 0) (0 0 1).
 Matrix4 eulerRotation(const Vec3d& angles, RotationOrder order);
 
 } // namespace host

@@ -4,7 +4,8 @@ namespace host {
 namespace {
 
 constexpr std::size_t kMaxEntries = 10000;
-constexpr std::size_t kMaxTextBytes = 400; // a subject or detail beyond it is cut: files may hold anything
+constexpr std::size_t kMaxTextBytes =
+    400; // a subject or detail beyond it is cut: files may hold anything
 
 std::string bounded(std::string_view text)
 {
@@ -16,18 +17,30 @@ std::string bounded(std::string_view text)
 std::string_view diagnosticKindName(DiagnosticKind kind)
 {
     switch (kind) {
-    case DiagnosticKind::UnknownStatement: return "unknown statement";
-    case DiagnosticKind::BadStatement: return "bad statement";
-    case DiagnosticKind::UnknownNodeType: return "unknown node type";
-    case DiagnosticKind::UnknownAttribute: return "unknown attribute";
-    case DiagnosticKind::MissingNode: return "missing node";
-    case DiagnosticKind::UncomputedNode: return "node not computed";
-    case DiagnosticKind::ApproximatedShape: return "approximated shape";
-    case DiagnosticKind::MissingGeometry: return "missing geometry";
-    case DiagnosticKind::DamagedGeometry: return "damaged geometry";
-    case DiagnosticKind::ReferenceLeftOut: return "reference left out";
-    case DiagnosticKind::Texture: return "texture";
-    case DiagnosticKind::Limit: return "limit";
+    case DiagnosticKind::UnknownStatement:
+        return "unknown statement";
+    case DiagnosticKind::BadStatement:
+        return "bad statement";
+    case DiagnosticKind::UnknownNodeType:
+        return "unknown node type";
+    case DiagnosticKind::UnknownAttribute:
+        return "unknown attribute";
+    case DiagnosticKind::MissingNode:
+        return "missing node";
+    case DiagnosticKind::UncomputedNode:
+        return "node not computed";
+    case DiagnosticKind::ApproximatedShape:
+        return "approximated shape";
+    case DiagnosticKind::MissingGeometry:
+        return "missing geometry";
+    case DiagnosticKind::DamagedGeometry:
+        return "damaged geometry";
+    case DiagnosticKind::ReferenceLeftOut:
+        return "reference left out";
+    case DiagnosticKind::Texture:
+        return "texture";
+    case DiagnosticKind::Limit:
+        return "limit";
     }
     return "unknown";
 }

@@ -11,18 +11,19 @@
 namespace host {
 
 enum class DiagnosticKind : std::uint8_t {
-    UnknownStatement,   ///< subject: the statement's first word
-    BadStatement,       ///< subject: the statement's word; a statement that could not be carried out
-    UnknownNodeType,    ///< subject: the type; the node is kept as unknown, unknownDag or unknownTransform
-    UnknownAttribute,   ///< subject: type.attribute; the value is kept as text
-    MissingNode,        ///< subject: the command; a node or plug that a statement names is not there
-    UncomputedNode,     ///< subject: node type that stands in a chain but has no computation here
-    ApproximatedShape,  ///< subject: node type that was passed through; detail: shape
-    MissingGeometry,    ///< subject: node type whose result is missing; detail: shape that stays empty
-    DamagedGeometry,    ///< subject: what is damaged; detail: shape
-    ReferenceLeftOut,   ///< subject: the reference's path
-    Texture,            ///< subject: a file texture's path (information)
-    Limit               ///< subject: the limit that was met
+    UnknownStatement,  ///< subject: the statement's first word
+    BadStatement,      ///< subject: the statement's word; a statement that could not be carried out
+    UnknownNodeType,   ///< subject: the type; the node is kept as unknown, unknownDag or
+                       ///< unknownTransform
+    UnknownAttribute,  ///< subject: type.attribute; the value is kept as text
+    MissingNode,       ///< subject: the command; a node or plug that a statement names is not there
+    UncomputedNode,    ///< subject: node type that stands in a chain but has no computation here
+    ApproximatedShape, ///< subject: node type that was passed through; detail: shape
+    MissingGeometry, ///< subject: node type whose result is missing; detail: shape that stays empty
+    DamagedGeometry, ///< subject: what is damaged; detail: shape
+    ReferenceLeftOut, ///< subject: the reference's path
+    Texture,          ///< subject: a file texture's path (information)
+    Limit             ///< subject: the limit that was met
 };
 
 /// The kind's word in reports, such as "unknown node type".
@@ -36,7 +37,8 @@ struct Diagnostic {
     std::size_t count = 0;
 };
 
-/// Collects diagnostics in order of first appearance. Bounded: subjects beyond 10,000 are only counted.
+/// Collects diagnostics in order of first appearance. Bounded: subjects beyond 10,000 are only
+/// counted.
 class Diagnostics {
 public:
     void note(DiagnosticKind kind, std::string_view subject, std::string_view detail = {},

@@ -1,4 +1,5 @@
-// A value or an error: what every function of the host that can fail on its input returns. The host throws nothing.
+// A value or an error: what every function of the host that can fail on its input returns. The host
+// throws nothing.
 #pragma once
 
 #include <cassert>
@@ -10,16 +11,17 @@
 namespace host {
 
 enum class ErrorCode : std::uint8_t {
-    Failure,      ///< anything that has no code of its own
-    InvalidParameter, ///< the request does not fit its object (unknown attribute, wrong kind of node)
-    NotFound,     ///< no object
-    BadInput,     ///< bytes that do not follow their format
-    Limit,        ///< a count, depth or size beyond what is accepted
-    Io            ///< the system refused
+    Failure,          ///< anything that has no code of its own
+    InvalidParameter, ///< the request does not fit its object (unknown attribute, wrong kind of
+                      ///< node)
+    NotFound,         ///< no object
+    BadInput,         ///< bytes that do not follow their format
+    Limit,            ///< a count, depth or size beyond what is accepted
+    Io                ///< the system refused
 };
 
-/// What went wrong and where. `message` begins lower case and tells what was found and what was expected;
-/// `where` is a line and column, a byte offset, a node or a file, or empty.
+/// What went wrong and where. `message` begins lower case and tells what was found and what was
+/// expected; `where` is a line and column, a byte offset, a node or a file, or empty.
 struct Error {
     ErrorCode code = ErrorCode::Failure;
     std::string message;
@@ -30,14 +32,8 @@ struct Error {
 template<class T>
 class [[nodiscard]] Expected {
 public:
-    Expected(T value)
-        : m_state(std::in_place_index<0>, std::move(value))
-    {
-    }
-    Expected(Error error)
-        : m_state(std::in_place_index<1>, std::move(error))
-    {
-    }
+    Expected(T value) : m_state(std::in_place_index<0>, std::move(value)) {}
+    Expected(Error error) : m_state(std::in_place_index<1>, std::move(error)) {}
 
     explicit operator bool() const { return m_state.index() == 0; }
     T& value()
@@ -70,11 +66,7 @@ template<>
 class [[nodiscard]] Expected<void> {
 public:
     Expected() = default;
-    Expected(Error error)
-        : m_error(std::move(error))
-        , m_failed(true)
-    {
-    }
+    Expected(Error error) : m_error(std::move(error)), m_failed(true) {}
     explicit operator bool() const { return !m_failed; }
     const Error& error() const
     {
@@ -89,7 +81,8 @@ private:
 
 } // namespace host
 
-/// Declares `name` with the value of `expression`, or returns its error from the enclosing function.
+/// Declares `name` with the value of `expression`, or returns its error from the enclosing
+/// function.
 #define HOST_TRY(name, expression)                                                                 \
     auto name##Result = (expression);                                                              \
     if (!name##Result) {                                                                           \

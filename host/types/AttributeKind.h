@@ -5,27 +5,59 @@
 
 namespace host {
 
-/// The kind of an attribute. Compounds with numeric children (double3, float2, ...) are `Compound` too: their children are
-/// attributes of their own, in order.
+/// The kind of an attribute. Compounds with numeric children (double3, float2, ...) are `Compound`
+/// too: their children are attributes of their own, in order.
 enum class AttributeKind : std::uint8_t {
-    Bool, Byte, Char, Short, Long, Enum,        // kept as whole numbers
-    Float, FloatLinear, FloatAngle,             // single precision
-    Double, DoubleLinear, DoubleAngle, Time,    // double precision
+    Bool,
+    Byte,
+    Char,
+    Short,
+    Long,
+    Enum, // kept as whole numbers
+    Float,
+    FloatLinear,
+    FloatAngle, // single precision
+    Double,
+    DoubleLinear,
+    DoubleAngle,
+    Time, // double precision
     Compound,
     Message,
-    String, Matrix, FloatMatrix,
-    StringArray, Int32Array, FloatArray, DoubleArray, VectorArray, PointArray,
-    ComponentList, AttributeAlias, PolyFaces, PolyComponent,
-    Mesh, NurbsCurve, NurbsSurface, NurbsTrimface, Lattice, Geometry,
+    String,
+    Matrix,
+    FloatMatrix,
+    StringArray,
+    Int32Array,
+    FloatArray,
+    DoubleArray,
+    VectorArray,
+    PointArray,
+    ComponentList,
+    AttributeAlias,
+    PolyFaces,
+    PolyComponent,
+    Mesh,
+    NurbsCurve,
+    NurbsSurface,
+    NurbsTrimface,
+    Lattice,
+    Geometry,
     ReferenceEdits,
-    Any                                         // generic, plug-in or unknown data
+    Any // generic, plug-in or unknown data
 };
 
-/// What the numbers of an attribute measure: files give lengths, angles and times in their current units.
+/// What the numbers of an attribute measure: files give lengths, angles and times in their current
+/// units.
 enum class UnitKind : std::uint8_t { None, Linear, Angular, Time };
 
-constexpr bool isNumeric(AttributeKind kind) { return kind <= AttributeKind::Time; }
-constexpr bool isInteger(AttributeKind kind) { return kind <= AttributeKind::Enum; }
+constexpr bool isNumeric(AttributeKind kind)
+{
+    return kind <= AttributeKind::Time;
+}
+constexpr bool isInteger(AttributeKind kind)
+{
+    return kind <= AttributeKind::Enum;
+}
 constexpr bool isSinglePrecision(AttributeKind kind)
 {
     return kind >= AttributeKind::Float && kind <= AttributeKind::FloatAngle;
@@ -34,11 +66,15 @@ constexpr UnitKind unitOf(AttributeKind kind)
 {
     switch (kind) {
     case AttributeKind::FloatLinear:
-    case AttributeKind::DoubleLinear: return UnitKind::Linear;
+    case AttributeKind::DoubleLinear:
+        return UnitKind::Linear;
     case AttributeKind::FloatAngle:
-    case AttributeKind::DoubleAngle: return UnitKind::Angular;
-    case AttributeKind::Time: return UnitKind::Time;
-    default: return UnitKind::None;
+    case AttributeKind::DoubleAngle:
+        return UnitKind::Angular;
+    case AttributeKind::Time:
+        return UnitKind::Time;
+    default:
+        return UnitKind::None;
     }
 }
 

@@ -1,4 +1,5 @@
-// Node types and their attributes: read-only tables, made by tools/make_node_tables.py, that cost nothing at start-up.
+// Node types and their attributes: read-only tables, made by tools/make_node_tables.py, that cost
+// nothing at start-up.
 #pragma once
 
 #include "host/types/AttributeKind.h"
@@ -10,17 +11,20 @@
 
 namespace host {
 
-/// Position of an attribute in its node's list: static ones first, in declaration order, then dynamic ones.
+/// Position of an attribute in its node's list: static ones first, in declaration order, then
+/// dynamic ones.
 using AttributeIndex = std::uint16_t;
 inline constexpr AttributeIndex kNoAttribute = 0xffff;
 
-/// One attribute of a node type, or a dynamic one of a node. `parent`, `firstChild` and `nextSibling` are positions in the same list.
+/// One attribute of a node type, or a dynamic one of a node. `parent`, `firstChild` and
+/// `nextSibling` are positions in the same list.
 struct Attribute {
     std::string_view longName;
     std::string_view shortName;
     AttributeKind kind = AttributeKind::Any;
     bool isMulti = false;
-    double initial = 0; ///< default of a number, in internal units (centimetres, radians, ticks); 0/1 for booleans
+    double initial = 0; ///< default of a number, in internal units (centimetres, radians, ticks);
+                        ///< 0/1 for booleans
     AttributeIndex parent = kNoAttribute;
     AttributeIndex firstChild = kNoAttribute;
     AttributeIndex nextSibling = kNoAttribute;
@@ -40,26 +44,26 @@ public:
     friend bool operator==(const NodeType&, const NodeType&) = default;
 
     std::string_view name() const;
-    /// True for the type itself and everything derived from `ancestor` ("transform", "shape", "lambert", "dagNode", ...).
+    /// True for the type itself and everything derived from `ancestor` ("transform", "shape",
+    /// "lambert", "dagNode", ...).
     bool isA(std::string_view ancestor) const;
     bool isDag() const;       ///< lives in the DAG
     bool isTransform() const; ///< derived from transform
     bool isShape() const;     ///< in the DAG and not a transform
     /// Function-set number of the type itself (2018 numbers), 0 when it has none of its own.
     int functionSet() const;
-    /// True when `functionSetNumber` is the type's own or an ancestor's number (kDagNode, kShape, kLambert, ...).
+    /// True when `functionSetNumber` is the type's own or an ancestor's number (kDagNode, kShape,
+    /// kLambert, ...).
     bool hasFunctionSet(int functionSetNumber) const;
 
     std::size_t attributeCount() const;
     Attribute attribute(AttributeIndex index) const;
-    /// The attribute of a long or short name; kNoAttribute if there is none. Where a name occurs twice the first wins.
+    /// The attribute of a long or short name; kNoAttribute if there is none. Where a name occurs
+    /// twice the first wins.
     AttributeIndex findAttribute(std::string_view name) const;
 
 private:
-    explicit NodeType(int row)
-        : m_row(row)
-    {
-    }
+    explicit NodeType(int row) : m_row(row) {}
     int m_row = -1;
 };
 

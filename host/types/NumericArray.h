@@ -1,4 +1,5 @@
-// The elements of a numeric multi attribute (vertices, tweaks, keys, weights): sparse by runs, typed, one block of numbers.
+// The elements of a numeric multi attribute (vertices, tweaks, keys, weights): sparse by runs,
+// typed, one block of numbers.
 #pragma once
 
 #include "host/types/AttributeKind.h"
@@ -16,12 +17,13 @@ enum class NumberStorage : std::uint8_t { Float, Double, Int32 };
 /// The storage of an attribute kind: single precision, double precision or whole numbers.
 constexpr NumberStorage storageOf(AttributeKind kind)
 {
-    return isInteger(kind)            ? NumberStorage::Int32
+    return isInteger(kind)           ? NumberStorage::Int32
            : isSinglePrecision(kind) ? NumberStorage::Float
                                      : NumberStorage::Double;
 }
 
-/// Elements of `width` numbers each, addressed by logical index. Memory is proportional to the numbers given, never to an index.
+/// Elements of `width` numbers each, addressed by logical index. Memory is proportional to the
+/// numbers given, never to an index.
 class NumericArray {
 public:
     struct Run {
@@ -41,11 +43,12 @@ public:
     /// One past the highest logical index; 0 when empty.
     std::uint64_t endIndex() const;
 
-    /// Stores numbers.size() / width elements from logical index `first` on, over what was there. Appending after the last element
-    /// is the fast way; T is the storage's type.
+    /// Stores numbers.size() / width elements from logical index `first` on, over what was there.
+    /// Appending after the last element is the fast way; T is the storage's type.
     template<class T>
     void store(std::uint32_t first, std::span<const T> numbers);
-    /// Stores one number of one element; the element's other numbers become 0 when it did not exist.
+    /// Stores one number of one element; the element's other numbers become 0 when it did not
+    /// exist.
     void storeComponent(std::uint32_t index, std::size_t component, double number);
 
     bool has(std::uint32_t index) const;
@@ -58,8 +61,8 @@ public:
     {
         return std::get_if<std::vector<T>>(&m_numbers);
     }
-    /// The elements 0..count-1 as one block; missing ones are `fallback`. Moves the block out when it is exactly that run, and leaves the
-    /// array empty in every case.
+    /// The elements 0..count-1 as one block; missing ones are `fallback`. Moves the block out when
+    /// it is exactly that run, and leaves the array empty in every case.
     template<class T>
     std::vector<T> takeDense(std::size_t count, T fallback);
 

@@ -31,8 +31,9 @@ struct PolyComponentData {
     std::vector<double> values; ///< one per index, or empty where the file gives none
 };
 
-/// The faces of a stored mesh as statements deliver them: the outer loop and the hole loops of each face as signed edge references, and
-/// per uv set one id per corner (-1 none), in step with `corners`.
+/// The faces of a stored mesh as statements deliver them: the outer loop and the hole loops of each
+/// face as signed edge references, and per uv set one id per corner (-1 none), in step with
+/// `corners`.
 struct PolyFaces {
     std::vector<std::int32_t> corners;
     std::vector<std::uint32_t> loopSizes;
@@ -53,27 +54,23 @@ struct OpaqueText {
 template<class T>
 using Shared = std::shared_ptr<const T>;
 
-using ValueState
-    = std::variant<std::monostate, double, Shared<std::string>, Shared<Matrix4>,
-                   Shared<std::vector<std::string>>, Shared<std::vector<std::int32_t>>,
-                   Shared<std::vector<double>>, Shared<std::vector<Vec3d>>,
-                   Shared<std::vector<std::array<double, 4>>>, Shared<ComponentList>,
-                   Shared<PolyComponentData>, Shared<PolyFaces>, Shared<geometry::MeshData>,
-                   Shared<geometry::CurveData>, Shared<geometry::SurfaceData>,
-                   Shared<geometry::TrimRegion>, Shared<geometry::LatticeData>, Shared<OpaqueText>>;
+using ValueState =
+    std::variant<std::monostate, double, Shared<std::string>, Shared<Matrix4>,
+                 Shared<std::vector<std::string>>, Shared<std::vector<std::int32_t>>,
+                 Shared<std::vector<double>>, Shared<std::vector<Vec3d>>,
+                 Shared<std::vector<std::array<double, 4>>>, Shared<ComponentList>,
+                 Shared<PolyComponentData>, Shared<PolyFaces>, Shared<geometry::MeshData>,
+                 Shared<geometry::CurveData>, Shared<geometry::SurfaceData>,
+                 Shared<geometry::TrimRegion>, Shared<geometry::LatticeData>, Shared<OpaqueText>>;
 
-/// Copies are cheap: everything but a number is shared and immutable. Booleans, integers and enumerations are numbers; lengths,
-/// angles and times are in centimetres, radians and ticks.
+/// Copies are cheap: everything but a number is shared and immutable. Booleans, integers and
+/// enumerations are numbers; lengths, angles and times are in centimetres, radians and ticks.
 class Value {
 public:
     Value() = default;
-    Value(double number)
-        : m_state(number)
-    {
-    }
+    Value(double number) : m_state(number) {}
     template<class T>
-    Value(std::shared_ptr<const T> data)
-        : m_state(std::move(data))
+    Value(std::shared_ptr<const T> data) : m_state(std::move(data))
     {
     }
     /// Data made here and now: Value::of(std::string("x")).

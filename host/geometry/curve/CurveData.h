@@ -8,9 +8,10 @@ namespace host::geometry {
 
 enum class SplineForm : std::uint8_t { Open = 0, Closed = 1, Periodic = 2 };
 
-/// Knots lack the two outermost of the mathematical vector: knots.size() == cvCount() + degree - 1. A periodic curve stores its
-/// overlapping control points. `poles` holds `dimension` coordinates per control point, and its weight after them when rational;
-/// centimetres for dimension 3, surface parameters for dimension 2.
+/// Knots lack the two outermost of the mathematical vector: knots.size() == cvCount() + degree - 1.
+/// A periodic curve stores its overlapping control points. `poles` holds `dimension` coordinates
+/// per control point, and its weight after them when rational; centimetres for dimension 3, surface
+/// parameters for dimension 2.
 struct CurveData {
     std::int32_t degree = 0;
     std::int32_t spans = 0;

@@ -1,4 +1,5 @@
-// The polygon mesh as a value: immutable parts, shared between the meshes that differ in other parts only.
+// The polygon mesh as a value: immutable parts, shared between the meshes that differ in other
+// parts only.
 #pragma once
 
 #include "host/math/Vec.h"
@@ -17,16 +18,18 @@ struct MeshEdge {
 
 /// Who is joined to whom. Every index was validated when the record was made (see `isConsistent`).
 ///
-/// A face is one outer loop and any number of hole loops; a loop is a run of corners; a corner is a reference to the edge that
-/// leaves it: e >= 0 walks edge e from start to end, e < 0 walks edge (-e - 1) from end to start.
+/// A face is one outer loop and any number of hole loops; a loop is a run of corners; a corner is a
+/// reference to the edge that leaves it: e >= 0 walks edge e from start to end, e < 0 walks edge
+/// (-e - 1) from end to start.
 struct MeshTopology {
     std::uint32_t vertexCount = 0;
     std::vector<MeshEdge> edges;
-    std::vector<std::uint8_t> edgeSmooth;   ///< 1 smooth, 0 hard; one per edge
-    std::vector<std::int32_t> corners;      ///< edge references, loop after loop
-    std::vector<std::uint32_t> loopStart;   ///< first corner of each loop, and the number of corners as last entry
-    std::vector<std::uint32_t> faceLoop;    ///< first loop of each face, and the number of loops as last entry;
-                                            ///< empty when every face is exactly one loop
+    std::vector<std::uint8_t> edgeSmooth; ///< 1 smooth, 0 hard; one per edge
+    std::vector<std::int32_t> corners;    ///< edge references, loop after loop
+    std::vector<std::uint32_t>
+        loopStart; ///< first corner of each loop, and the number of corners as last entry
+    std::vector<std::uint32_t> faceLoop; ///< first loop of each face, and the number of loops as
+                                         ///< last entry; empty when every face is exactly one loop
 
     std::uint32_t loopCount() const
     {
@@ -36,7 +39,10 @@ struct MeshTopology {
     {
         return faceLoop.empty() ? loopCount() : static_cast<std::uint32_t>(faceLoop.size() - 1);
     }
-    std::uint32_t firstLoop(std::uint32_t face) const { return faceLoop.empty() ? face : faceLoop[face]; }
+    std::uint32_t firstLoop(std::uint32_t face) const
+    {
+        return faceLoop.empty() ? face : faceLoop[face];
+    }
     std::uint32_t firstCorner(std::uint32_t face) const { return loopStart[firstLoop(face)]; }
     /// The corner after the face's last one, holes included.
     std::uint32_t endCorner(std::uint32_t face) const { return loopStart[firstLoop(face + 1)]; }
@@ -49,7 +55,8 @@ struct MeshTopology {
     }
 };
 
-/// One set of texture coordinates. `corners` has one id into `points` per corner of the topology, -1 for none; empty: no face has any.
+/// One set of texture coordinates. `corners` has one id into `points` per corner of the topology,
+/// -1 for none; empty: no face has any.
 struct UvSet {
     std::string name;
     std::shared_ptr<const std::vector<Vec2f>> points;
@@ -62,13 +69,16 @@ struct FaceGroup {
     std::shared_ptr<const std::vector<std::uint32_t>> faces;
 };
 
-/// How computed normals weigh the faces of a vertex; the numbers are those of the attribute vertexNormalMethod.
+/// How computed normals weigh the faces of a vertex; the numbers are those of the attribute
+/// vertexNormalMethod.
 enum class NormalWeighting : std::uint8_t { None = 0, Angle = 1, Area = 2, AngleAndArea = 3 };
 
 struct MeshData {
-    std::shared_ptr<const MeshTopology> topology;            ///< never null
-    std::shared_ptr<const std::vector<Vec3f>> points;        ///< centimetres, object space; topology->vertexCount entries
-    std::shared_ptr<const std::vector<Vec3f>> lockedNormals; ///< by normal id (see normals.h); 1e20 = not locked; may be null or short
+    std::shared_ptr<const MeshTopology> topology; ///< never null
+    std::shared_ptr<const std::vector<Vec3f>>
+        points; ///< centimetres, object space; topology->vertexCount entries
+    std::shared_ptr<const std::vector<Vec3f>>
+        lockedNormals; ///< by normal id (see normals.h); 1e20 = not locked; may be null or short
     std::vector<UvSet> uvSets;
     std::string currentUvSet;
     std::shared_ptr<const std::vector<std::uint32_t>> invisibleFaces; ///< ascending; may be null
@@ -76,7 +86,8 @@ struct MeshData {
     NormalWeighting normalWeighting = NormalWeighting::AngleAndArea;
 };
 
-/// True when counts and indices of all parts fit each other, so that kernels need no check of their own.
+/// True when counts and indices of all parts fit each other, so that kernels need no check of their
+/// own.
 bool isConsistent(const MeshData& mesh);
 
 } // namespace host::geometry

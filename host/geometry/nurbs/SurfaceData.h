@@ -5,7 +5,8 @@
 
 namespace host::geometry {
 
-/// Control points: v runs fastest, (x y z) or (x y z w) each, centimetres; knots without the two outermost of each direction.
+/// Control points: v runs fastest, (x y z) or (x y z w) each, centimetres; knots without the two
+/// outermost of each direction.
 struct SurfaceData {
     std::int32_t degreeU = 0, degreeV = 0;
     SplineForm formU = SplineForm::Open, formV = SplineForm::Open;
@@ -31,7 +32,8 @@ struct TrimBoundary {
     std::vector<TrimEdge> edges;
 };
 
-/// One connected region of a trimmed surface: the first boundary is the outer one, the others its holes.
+/// One connected region of a trimmed surface: the first boundary is the outer one, the others its
+/// holes.
 struct TrimRegion {
     bool flipNormal = false;
     std::vector<TrimBoundary> boundaries;
