@@ -9,9 +9,9 @@
 namespace platform {
 
 /// Writes to a temporary file beside the target and moves it into place at the end. Until then, and
-/// after any failure, an older file of that name stays as it was. Links are followed: the file that
-/// they lead to is replaced. A target that is a device or a pipe is written directly, for there is
-/// nothing to keep and nothing to replace.
+/// after any failure, an older file of that name stays as it was. Links are followed on POSIX: the
+/// file that they lead to is replaced. A target that is a device or a pipe is written directly, for
+/// there is nothing to keep and nothing to replace.
 class AtomicFile {
 public:
     enum class Flush {

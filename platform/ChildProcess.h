@@ -62,7 +62,7 @@ public:
     /// Ends the child by force. `wait` is still to be called.
     void terminate();
 
-    /// What the child wrote to standard error, complete after `wait`; of a very long text only the
+    /// What the child wrote to standard error, known after `wait`; of a very long text only the
     /// last MiB. Empty unless it was to be collected.
     [[nodiscard]] std::string errorText() const;
 

@@ -1,3 +1,15 @@
 # Sources of this room, one a line, sorted (main files of programs are not listed).
 set(SOURCES
+    AtomicFile.cpp
+    ChildProcessPosix.cpp
+    ChildProcessWindows.cpp
+    MappedFile.cpp
+    OwnedHandle.cpp
+    clock.cpp
+    dllFolder.cpp
+    registry.cpp
+    systemError.cpp
+    temporaryFolder.cpp
+    wideText.cpp
+    windowsCommandLine.cpp
 )
