@@ -1,3 +1,4 @@
 # Sources of this room, one a line, sorted (main files of programs are not listed).
 set(SOURCES
+    NullApi.cpp
 )
