@@ -1,2 +1,6 @@
 set(SOURCES
+    Matrix4Test.cpp
+    rotationTest.cpp
+    transformTest.cpp
+    unitsTest.cpp
 )
