@@ -1,2 +1,12 @@
 set(SOURCES
+    AtomicFileTest.cpp
+    ChildProcessTest.cpp
+    MappedFileTest.cpp
+    clockTest.cpp
+    dllFolderTest.cpp
+    registryTest.cpp
+    systemErrorTest.cpp
+    temporaryFolderTest.cpp
+    wideTextTest.cpp
+    windowsCommandLineTest.cpp
 )
