@@ -6,7 +6,9 @@ set(SOURCES
     MappedFile.cpp
     OwnedHandle.cpp
     clock.cpp
+    descriptors.cpp
     dllFolder.cpp
+    files.cpp
     registry.cpp
     systemError.cpp
     temporaryFolder.cpp

@@ -154,7 +154,7 @@ private:
 
     // Values.
     void value(std::uint32_t type, const void* data);
-    void list(std::uint32_t type, const orv::List& list);
+    void list(std::uint32_t type, const void* data);
     void binaryArray(char letter, std::uint64_t count, const void* data, std::size_t size);
     bool bufferElement(std::uint32_t type, const void* data);
     void separateElement(std::uint32_t type);
