@@ -1,0 +1,25 @@
+#!/bin/sh
+# Builds and runs all tests: release, AddressSanitizer + UndefinedBehaviorSanitizer, 64-bit Windows under Wine, the fuzzer for a minute.
+# Works again when run twice. ORV_CORPUS may name a folder of real scenes (see docs/testing.md); without it those tests say "skipped".
+set -e
+cd "$(dirname "$0")"
+echo "== packages"
+tools/install_packages.sh build test lint
+jobs=$(nproc)
+failed=0
+run() { echo "== $*"; "$@" || failed=1; }
+
+for preset in release dev windows; do
+    echo "== build $preset"
+    cmake --preset "$preset" -DORV_TESTS=ON >/dev/null
+    cmake --build --preset "$preset"
+done
+echo "== build clang and the fuzzer"
+cmake --preset fuzz >/dev/null
+cmake --build --preset fuzz --target maya_importer ascii_fuzzer
+run tools/lint.sh --no-tidy
+run tests/fuzz/run_fuzzer.sh build/fuzz/bin/ascii_fuzzer "${ORV_FUZZ_SECONDS:-60}"
+run ctest --test-dir build/dev --output-on-failure -j "$jobs"
+run ctest --test-dir build/windows --output-on-failure -j "$jobs"
+run ctest --test-dir build/release --output-on-failure -j "$jobs"
+exit $failed
