@@ -1,0 +1,164 @@
+// Writes one smooth wavy mesh as a Maya ASCII scene and as an .obj file, or many small nodes: the
+// inputs of the benchmarks.
+//
+//   bench_make_scene mesh COLUMNS scene.ma scene.obj     COLUMNS x COLUMNS quads with texture
+//   coordinates bench_make_scene nodes COUNT scene.ma                COUNT transforms, ten to a
+//   group, with a few channels each
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+
+namespace {
+
+struct Closer {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, Closer>;
+
+File create(const char* path)
+{
+    File file(std::fopen(path, "wb"));
+    if (!file) {
+        std::perror(path);
+        std::exit(1);
+    }
+    return file;
+}
+
+/// Numbers as Maya prints single precision in its files.
+constexpr const char* kFloat = " %.8g";
+/// Elements of one setAttr statement in files.
+constexpr int kPerStatement = 166;
+
+/// Writes count elements by `element(i)` as statements of consecutive ranges.
+template<class Element>
+void writeRanges(std::FILE* ma, const char* attribute, const char* type, int count, Element element)
+{
+    for (int first = 0; first < count; first += kPerStatement) {
+        const int last = first + kPerStatement < count ? first + kPerStatement - 1 : count - 1;
+        if (first == 0) {
+            std::fprintf(ma, "\tsetAttr -s %d \"%s[%d:%d]\"%s", count, attribute, first, last,
+                         type);
+        } else {
+            std::fprintf(ma, "\tsetAttr \"%s[%d:%d]\"", attribute, first, last);
+        }
+        for (int i = first; i <= last; ++i) {
+            if ((i - first) % 2 == 0) {
+                std::fputs("\n\t\t", ma);
+            }
+            element(i);
+        }
+        std::fputs(";\n", ma);
+    }
+}
+
+struct Grid {
+    int n; ///< quads in a row
+    int vertexCount() const { return (n + 1) * (n + 1); }
+    // Edges: all horizontal ones row by row, then all vertical ones column by column within rows.
+    int horizontal(int row, int column) const { return row * n + column; }
+    int vertical(int row, int column) const { return (n + 1) * n + row * (n + 1) + column; }
+};
+
+void point(const Grid& grid, int vertex, double out[3])
+{
+    const double u = vertex % (grid.n + 1) / static_cast<double>(grid.n);
+    const double v = vertex / (grid.n + 1) / static_cast<double>(grid.n);
+    out[0] = 100 * u - 50;
+    out[1] = 3 * std::sin(17 * u) * std::cos(13 * v) + 0.3 * std::sin(171 * u + 97 * v);
+    out[2] = 50 - 100 * v;
+}
+
+void writeMesh(const Grid& grid, const char* maPath, const char* objPath)
+{
+    const File maFile = create(maPath);
+    const File objFile = create(objPath);
+    std::FILE* ma = maFile.get();
+    std::FILE* obj = objFile.get();
+    std::fputs(
+        "//Maya ASCII 2018 scene\nrequires maya \"2018\";\ncurrentUnit -l centimeter -a degree -t "
+        "film;\n"
+        "createNode transform -n \"waves\";\ncreateNode mesh -n \"wavesShape\" -p \"waves\";\n"
+        "\tsetAttr -k off \".v\";\n\tsetAttr \".uvst[0].uvsn\" -type \"string\" \"map1\";\n",
+        ma);
+    const int n = grid.n;
+    const int vertices = grid.vertexCount();
+    writeRanges(ma, ".uvst[0].uvsp", " -type \"float2\"", vertices, [&](int i) {
+        const double u = i % (n + 1) / static_cast<double>(n);
+        const double v = i / (n + 1) / static_cast<double>(n);
+        std::fprintf(ma, kFloat, u);
+        std::fprintf(ma, kFloat, v);
+        std::fprintf(obj, "vt %.8g %.8g\n", u, v);
+    });
+    std::fputs("\tsetAttr \".cuvs\" -type \"string\" \"map1\";\n", ma);
+    writeRanges(ma, ".vt", "", vertices, [&](int i) {
+        double p[3];
+        point(grid, i, p);
+        for (const double c : p) {
+            std::fprintf(ma, kFloat, c);
+        }
+        std::fprintf(obj, "v %.8g %.8g %.8g\n", p[0], p[1], p[2]);
+    });
+    const int edges = 2 * n * (n + 1);
+    writeRanges(ma, ".ed", "", edges, [&](int i) {
+        if (i < n * (n + 1)) {
+            const int a = i / n * (n + 1) + i % n;
+            std::fprintf(ma, " %d %d 1", a, a + 1);
+        } else {
+            const int k = i - n * (n + 1);
+            std::fprintf(ma, " %d %d 1", k, k + n + 1);
+        }
+    });
+    writeRanges(ma, ".fc", " -type \"polyFaces\"", n * n, [&](int i) {
+        const int row = i / n;
+        const int column = i % n;
+        const int a = row * (n + 1) + column;
+        std::fprintf(ma, " f 4 %d %d %d %d mu 0 4 %d %d %d %d", grid.horizontal(row, column),
+                     grid.vertical(row, column + 1), -grid.horizontal(row + 1, column) - 1,
+                     -grid.vertical(row, column) - 1, a, a + 1, a + n + 2, a + n + 1);
+        std::fprintf(obj, "f %d/%d %d/%d %d/%d %d/%d\n", a + 1, a + 1, a + 2, a + 2, a + n + 3,
+                     a + n + 3, a + n + 2, a + n + 2);
+    });
+    std::fputs(
+        "connectAttr \"wavesShape.iog\" \":initialShadingGroup.dsm\" -na;\n// End of scene\n", ma);
+}
+
+void writeNodes(int count, const char* maPath)
+{
+    const File maFile = create(maPath);
+    std::FILE* ma = maFile.get();
+    std::fputs("//Maya ASCII 2018 scene\nrequires maya \"2018\";\ncurrentUnit -l centimeter -a "
+               "degree -t film;\n",
+               ma);
+    for (int i = 0; i < count; ++i) {
+        if (i % 10 == 0) {
+            std::fprintf(ma, "createNode transform -n \"group%d\";\n", i / 10 + 1);
+            continue;
+        }
+        std::fprintf(ma,
+                     "createNode transform -n \"item%d\" -p \"group%d\";\n"
+                     "\tsetAttr \".t\" -type \"double3\" %d %d %d ;\n\tsetAttr \".ry\" %d;\n",
+                     i, i / 10 + 1, i % 7, i % 11, i % 13, i % 360);
+    }
+    std::fputs("// End of scene\n", ma);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const std::string_view kind = argc > 1 ? argv[1] : "";
+    if (kind == "mesh" && argc == 5) {
+        writeMesh(Grid{std::atoi(argv[2])}, argv[3], argv[4]);
+        return 0;
+    }
+    if (kind == "nodes" && argc == 4) {
+        writeNodes(std::atoi(argv[2]), argv[3]);
+        return 0;
+    }
+    std::fputs("usage: bench_make_scene mesh COLUMNS scene.ma scene.obj | nodes COUNT scene.ma\n",
+               stderr);
+    return 2;
+}

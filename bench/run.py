@@ -1,0 +1,114 @@
+#!/usr/bin/env python3
+"""Benchmarks against public peers: all figures come from the same run, and ratios of medians are what counts.
+
+  bench/run.py [--build build/release] [--runs 5] [--columns 770] [--keep FOLDER]
+
+Builds the benchmark programs first (packages: tools/install_packages.sh build bench). Prints one line per bar: the ratio,
+the bar, and whether it is met. The exit status is 0 whether bars are met or not: a slow machine is no failure.
+"""
+import argparse
+import os
+import shutil
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+
+
+class Timed:
+    """Medians over several runs of a command: wall seconds and peak resident bytes."""
+
+    def __init__(self, command, runs, env=None):
+        seconds, peaks = [], []
+        for _ in range(runs):
+            start = time.perf_counter()
+            process = subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, env=env)
+            _, status, usage = os.wait4(process.pid, 0)
+            seconds.append(time.perf_counter() - start)
+            peaks.append(usage.ru_maxrss * 1024)
+            if status:
+                sys.exit('failed (%d): %s' % (status, ' '.join(command)))
+        self.seconds = statistics.median(seconds)
+        self.peak = statistics.median(peaks)
+
+
+def importer_arguments(settings):
+    import base64
+    return [base64.b64encode(('%d %s' % item).encode()).decode() for item in sorted(settings.items())]
+
+
+def bar(name, ratio, limit, at_least=False):
+    met = ratio >= limit if at_least else ratio <= limit
+    print('%-58s %8.3f   bar %s %g   %s' % (name, ratio, '>=' if at_least else '<=', limit, 'met' if met else 'MISSED'))
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument('--build', default=os.path.join(ROOT, 'build', 'release'))
+    parser.add_argument('--runs', type=int, default=5)
+    parser.add_argument('--columns', type=int, default=770)
+    parser.add_argument('--keep', help='keep the inputs in this folder')
+    options = parser.parse_args()
+    subprocess.check_call(['cmake', '-S', ROOT, '-B', options.build, '-G', 'Ninja', '-DCMAKE_BUILD_TYPE=Release',
+                           '-DORV_BENCH=ON'], stdout=subprocess.DEVNULL)
+    subprocess.check_call(['cmake', '--build', options.build, '--target', 'maya_importer', 'bench_make_scene',
+                           'bench_load_obj', 'bench_empty_program', 'bench_read_rate'], stdout=subprocess.DEVNULL)
+    program = lambda name: os.path.join(options.build, 'bin', name)
+    folder = options.keep or tempfile.mkdtemp(prefix='vistrel-bench-')
+    os.makedirs(folder, exist_ok=True)
+    path = lambda name: os.path.join(folder, name)
+    try:
+        run(options, program, path)
+    finally:
+        if not options.keep:
+            shutil.rmtree(folder)
+
+
+def run(options, program, path):
+    env = dict(os.environ, TMPDIR=os.path.dirname(path('x')))
+    subprocess.check_call([program('bench_make_scene'), 'mesh', str(options.columns), path('mesh.ma'), path('mesh.obj')])
+    size = os.path.getsize(path('mesh.ma'))
+    print('mesh scene: %.1f MB of Maya ASCII, %.1f MB of .obj' % (size / 1e6, os.path.getsize(path('mesh.obj')) / 1e6))
+
+    def convert(scene, output, runs):
+        settings = {0: '7', 4: 'ERROR', 11: path(scene), 12: path(output)}
+        return Timed([program('maya_importer')] + importer_arguments(settings), runs, env)
+
+    rates = subprocess.check_output([program('bench_read_rate'), path('mesh.ma')], text=True)
+    print(rates, end='')
+    ratio = float([line.split()[1] for line in rates.splitlines() if line.startswith('ratio')][0])
+    bar('(a) reading rate / bare walk with fast_float', ratio, 0.8, at_least=True)
+
+    ours = convert('mesh.ma', 'mesh.obx', options.runs)
+    output = os.path.getsize(path('mesh.obx'))
+    tiny = Timed([program('bench_load_obj'), path('mesh.obj')], options.runs)
+    print('whole conversion %.3f s, tinyobjloader load %.3f s' % (ours.seconds, tiny.seconds))
+    bar('(b) whole conversion / tinyobjloader load of the .obj', ours.seconds / tiny.seconds, 1 / 3)
+    if shutil.which('assimp'):
+        assimp = Timed(['assimp', 'export', path('mesh.obj'), path('mesh.glb')], 1)
+        print('assimp export %.3f s' % assimp.seconds)
+        bar('(b) whole conversion / assimp export of the .obj to .glb', ours.seconds / assimp.seconds, 1 / 8)
+    print('peak %.1f MB, input + output %.1f MB' % (ours.peak / 1e6, (size + output) / 1e6))
+    bar('(c) peak memory / (input + output)', ours.peak / (size + output), 1.2)
+
+    per_node = []
+    for count in (10000, 100000, 1000000):
+        subprocess.check_call([program('bench_make_scene'), 'nodes', str(count), path('nodes.ma')])
+        timed = convert('nodes.ma', 'nodes.obx', options.runs if count < 1000000 else 3)
+        per_node.append(timed.seconds / count)
+        print('%8d nodes: %.3f us a node, peak %.1f MB' % (count, per_node[-1] * 1e6, timed.peak / 1e6))
+    bar('(d) time a node, largest / smallest', max(per_node) / min(per_node), 1.5)
+
+    with open(path('tiny.ma'), 'w') as tiny_scene:
+        tiny_scene.write('//Maya ASCII 2018 scene\nrequires maya "2018";\ncreateNode transform -n "a";\n')
+    empty = Timed([program('bench_empty_program')], 50)
+    start = convert('tiny.ma', 'tiny.obx', 50)
+    print('empty program %.2f ms, tiny scene %.2f ms' % (empty.seconds * 1e3, start.seconds * 1e3))
+    bar('(e) tiny scene / empty program', start.seconds / empty.seconds, 10)
+
+
+if __name__ == '__main__':
+    main()

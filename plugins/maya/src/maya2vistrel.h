@@ -1,0 +1,75 @@
+// The driver of one import: opens the Maya scene and hands it, converted, to the object layer.
+#pragma once
+
+#include "importers/maya/src/ImportArgs.h"
+#include "plugins/maya/src/MeshManager.h"
+#include "plugins/maya/src/ProgressCounter.h"
+
+#include <maya/MDagPath.h>
+#include <maya/MObject.h>
+#include <maya/MStatus.h>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+
+class GroupStack;
+class IDirtyChecker;
+class MFnDagNode;
+class MaterialManager;
+namespace orv {
+class LightCamera;
+class OrvGroup;
+class orvSceneapi_oo;
+} // namespace orv
+
+/// Made after Maya has started; destroyed before the object layer.
+class Maya2Vistrel {
+public:
+    /// The layer is not owned; the arguments are copied.
+    Maya2Vistrel(orv::orvSceneapi_oo* objectLayer, const ImportArgs& args);
+    Maya2Vistrel(const Maya2Vistrel&) = delete;
+    Maya2Vistrel& operator=(const Maya2Vistrel&) = delete;
+    ~Maya2Vistrel();
+
+    /// Opens the file of "import_filename", writes the import module and exports the scene. Fails
+    /// with the first failing step; what was written until then stays.
+    MStatus openAndExport();
+    /// Shows the requested frame and exports cameras, then geometry.
+    MStatus exportFullScene(IDirtyChecker& dirtyChecker);
+    /// Writes every camera but the default orthographic views; none when the walk fails.
+    MStatus exportCameras();
+    /// Extracts all geometry, walks the DAG once and writes the tree of groups.
+    MStatus exportGeometry(IDirtyChecker& dirtyChecker);
+
+private:
+    using TypeCounts = std::map<std::string, std::size_t>;
+
+    void showFrame();
+    void writeModule();
+    std::shared_ptr<orv::LightCamera> constructCamera(const MDagPath& path) const;
+
+    void prepareManagers(IDirtyChecker& dirtyChecker);
+    std::shared_ptr<orv::OrvGroup> createRoot() const;
+    void writeBanner();
+    MStatus walk(const std::shared_ptr<orv::OrvGroup>& root, IDirtyChecker& dirtyChecker);
+    void visit(const MDagPath& path, const MFnDagNode& dagNode, unsigned int depth,
+               const std::shared_ptr<orv::OrvGroup>& root, GroupStack& stack, TypeCounts& unhandled,
+               IDirtyChecker& dirtyChecker);
+    void visitGeometry(const MDagPath& path, GroupStack& stack, IDirtyChecker& dirtyChecker);
+    void reportUnhandled(const MDagPath& path, const MFnDagNode& dagNode, unsigned int depth,
+                         TypeCounts& unhandled);
+    std::shared_ptr<orv::OrvGroup> buildGroup(const MDagPath& path) const;
+    GeometryList extractGeometry(const MDagPath& path);
+    std::uint32_t groupType() const;
+
+    orv::orvSceneapi_oo* m_objectLayer;
+    // Destroyed in the opposite order: managers before the materials that they share, the arguments
+    // last.
+    ImportArgs m_args;
+    std::shared_ptr<MaterialManager> m_materialManager;
+    ProgressCounter m_progress;
+    MeshManager m_meshManager;
+    bool m_bindsObjectLayer = true;
+};
