@@ -143,4 +143,13 @@ std::string toUtf8(std::wstring_view text)
     return narrow;
 }
 
+std::filesystem::path nativePath(const std::wstring& path)
+{
+#ifdef _WIN32
+    return path;
+#else
+    return toUtf8(path);
+#endif
+}
+
 } // namespace platform

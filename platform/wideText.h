@@ -1,6 +1,7 @@
 // Between UTF-8 and the wide text that the system's calls take.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -14,5 +15,8 @@ namespace platform {
 /// The inverse of `toWide`. A lone surrogate of U+DC80 to U+DCFF gives its byte back; other lone
 /// surrogates are written in three bytes as if they were characters.
 [[nodiscard]] std::string toUtf8(std::wstring_view text);
+
+/// `path` in the form that streams open, without any conversion by the locale.
+[[nodiscard]] std::filesystem::path nativePath(const std::wstring& path);
 
 } // namespace platform
