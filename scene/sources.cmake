@@ -1,3 +1,13 @@
 # Sources of this room, one a line, sorted (main files of programs are not listed).
 set(SOURCES
+    DefaultRTModule.cpp
+    Diffuse.cpp
+    FBXAnimation.cpp
+    LightCamera.cpp
+    LightGeometry.cpp
+    LightModule.cpp
+    Material.cpp
+    OldSCeneapiLightMultiMaterial.cpp
+    OrvGroup.cpp
+    TriangleObject.cpp
 )

@@ -1,2 +1,13 @@
 set(SOURCES
+    DefaultRTModuleTest.cpp
+    DiffuseTest.cpp
+    FBXAnimationTest.cpp
+    LightCameraTest.cpp
+    LightGeometryTest.cpp
+    MaterialTest.cpp
+    OldSCeneapiLightMultiMaterialTest.cpp
+    OrvGroupTest.cpp
+    TriangleObjectTest.cpp
+    detachedTest.cpp
+    slotOrderTest.cpp
 )

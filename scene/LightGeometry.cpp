@@ -1,0 +1,51 @@
+#include "scene/LightGeometry.h"
+
+#include "scene/Material.h"
+
+#include <utility>
+
+namespace orv {
+
+LightGeometry::LightGeometry(std::string name) : m_name(std::move(name)) {}
+
+LightGeometry::~LightGeometry() = default;
+
+bool LightGeometry::isDefined() const
+{
+    return m_defined;
+}
+
+void LightGeometry::setMaterial(std::shared_ptr<Material> material)
+{
+    m_material = std::move(material);
+}
+
+std::shared_ptr<Material> LightGeometry::getMaterial() const
+{
+    return m_material;
+}
+
+void LightGeometry::setName(const std::string& name)
+{
+    if (&name != &m_name) {
+        m_name = name;
+    }
+}
+
+std::string LightGeometry::getName() const
+{
+    return m_name;
+}
+
+void LightGeometry::setDefinitionId(std::uint64_t id)
+{
+    m_defined = true;
+    m_definitionId = id;
+}
+
+std::uint64_t LightGeometry::definitionId() const
+{
+    return m_definitionId;
+}
+
+} // namespace orv
