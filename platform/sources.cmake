@@ -8,10 +8,12 @@ set(SOURCES
     clock.cpp
     descriptors.cpp
     dllFolder.cpp
+    executablePath.cpp
     files.cpp
     registry.cpp
     systemError.cpp
     temporaryFolder.cpp
+    terminal.cpp
     wideText.cpp
     windowsCommandLine.cpp
 )
