@@ -1,2 +1,5 @@
 set(SOURCES
+    OptionsTest.cpp
+    SceneStreamTest.cpp
+    outputPathTest.cpp
 )
