@@ -360,15 +360,20 @@ TEST(OrvGroup, WritesANameWithAQuoteInHexadecimal)
     EXPECT_EQ(written(group), "\ngroup xX612262 {\n}\n");
 }
 
-TEST(OrvGroup, WritesPrintsAndDestroysAChainOf100000Groups)
+/// `depth` groups, each the only one in the group above.
+std::shared_ptr<OrvGroup> chain(std::size_t depth)
 {
-    constexpr std::size_t kDepth = 100'000;
     auto root = std::make_shared<OrvGroup>("g");
-    std::weak_ptr<OrvGroup> deepest = root;
-    for (std::size_t i = 1; i < kDepth; ++i) {
-        deepest = deepest.lock()->createGroup("g");
+    OrvGroup* deepest = root.get();
+    for (std::size_t i = 1; i < depth; ++i) {
+        deepest = deepest->createGroup("g").get();
     }
+    return root;
+}
 
+TEST(OrvGroup, WritesAChainOf400000Groups)
+{
+    constexpr std::size_t kDepth = 400'000; // exhausts 8 MiB of stack at 32 bytes a level
     std::string expected;
     for (std::size_t i = 0; i < kDepth; ++i) {
         expected += "\ngroup \"g\" {\n";
@@ -376,19 +381,20 @@ TEST(OrvGroup, WritesPrintsAndDestroysAChainOf100000Groups)
     for (std::size_t i = 0; i < kDepth; ++i) {
         expected += "}\n";
     }
-    EXPECT_TRUE(written(*root) == expected);
+    EXPECT_TRUE(written(*chain(kDepth)) == expected);
+}
 
+TEST(OrvGroup, DestroysAChainOf400000Groups)
+{
+    auto root = chain(400'000);
+    const std::weak_ptr<OrvGroup> below = root->groups()[0];
     root.reset();
-    EXPECT_TRUE(deepest.expired());
+    EXPECT_TRUE(below.expired());
 }
 
 TEST(OrvGroup, PrintsAChainOf2000Groups)
 {
-    auto root = std::make_shared<OrvGroup>("g");
-    OrvGroup* deepest = root.get();
-    for (int i = 1; i < 2000; ++i) {
-        deepest = deepest->createGroup("g").get();
-    }
+    const auto root = chain(2000);
     std::ostringstream stream;
     root->printTree(stream, 0);
     EXPECT_EQ(stream.str().substr(0, 9), "g\n\tg\n\t\tg\n");
