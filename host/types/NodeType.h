@@ -49,7 +49,7 @@ public:
     bool isA(std::string_view ancestor) const;
     bool isDag() const;       ///< lives in the DAG
     bool isTransform() const; ///< derived from transform
-    bool isShape() const;     ///< in the DAG and not a transform
+    bool isShape() const;     ///< in the DAG, neither a transform nor the world
     /// Function-set number of the type itself (2018 numbers), 0 when it has none of its own.
     int functionSet() const;
     /// True when `functionSetNumber` is the type's own or an ancestor's number (kDagNode, kShape,

@@ -1,0 +1,58 @@
+// What the computation of a node may ask: its declared inputs and little else. And the row by which
+// a node type says what it computes.
+#pragma once
+
+#include "host/math/Matrix4.h"
+#include "host/support/Expected.h"
+#include "host/types/NumericArray.h"
+#include "host/types/Value.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace host {
+
+/// The questions of one computation of one output. Inputs are named by their position in the row's
+/// list. An input that must be computed first is not there yet when it is asked for: the answer is
+/// then empty, `isComplete` turns false, and the computation is started again later. So ask for the
+/// inputs first and begin no work while `isComplete` is false.
+class ComputeContext {
+public:
+    virtual ~ComputeContext() = default;
+
+    /// The output that is asked for, as a position in the row's list, and its logical index (-1
+    /// where the output is no multi).
+    virtual std::size_t output() const = 0;
+    virtual std::int32_t index() const = 0;
+    virtual bool isComplete() const = 0;
+
+    /// The value of an input; empty where the node has none of that name, or no value.
+    virtual Value input(std::size_t position) = 0;
+    /// As a number; `fallback` where the node has no such attribute or its value is no number.
+    virtual double number(std::size_t position, double fallback) = 0;
+    /// The stored elements of a numeric multi; null when it has none.
+    virtual const NumericArray* array(std::size_t position) = 0;
+
+    /// World matrix of the parent on the instance path `index()`; identity below the world.
+    virtual Matrix4 parentWorldMatrix() = 0;
+    /// A positive number that no other node of the scene has.
+    virtual std::int32_t nodeNumber() const = 0;
+    /// The time in ticks; makes the result depend on it.
+    virtual std::int64_t time() = 0;
+    /// Says that the result is a stand-in for what the node would really compute.
+    virtual void noteUncomputed() = 0;
+};
+
+/// What a node type computes. It holds for the type and for all derived from it, unless one of them
+/// has a row of its own for the same output.
+struct NodeCompute {
+    std::string_view type;
+    std::span<const std::string_view> inputs;  ///< long names
+    std::span<const std::string_view> outputs; ///< long names; children of compounds one by one
+    /// The value of the output; an empty one where there is none.
+    Expected<Value> (*compute)(ComputeContext& context) = nullptr;
+};
+
+} // namespace host
