@@ -1,2 +1,9 @@
 set(SOURCES
+    blocksTest.cpp
+    fileFactoryTest.cpp
+    interfacesTest.cpp
+    numberTextTest.cpp
+    objectLayerTest.cpp
+    statementsTest.cpp
+    valuesTest.cpp
 )
