@@ -1,3 +1,38 @@
 # Sources of this room, one a line, sorted (main files of programs are not listed).
 set(SOURCES
+    src/Inside.cpp
+    src/MAnimControl.cpp
+    src/MAnimUtil.cpp
+    src/MDagPath.cpp
+    src/MFileIO.cpp
+    src/MFnBase.cpp
+    src/MFnCamera.cpp
+    src/MFnComponent.cpp
+    src/MFnDagNode.cpp
+    src/MFnDependencyNode.cpp
+    src/MFnLambertShader.cpp
+    src/MFnMesh.cpp
+    src/MFnNumericData.cpp
+    src/MFnSingleIndexedComponent.cpp
+    src/MFnTransform.cpp
+    src/MGlobal.cpp
+    src/MHWGeometry.cpp
+    src/MItDag.cpp
+    src/MItDependencyGraph.cpp
+    src/MItDependencyNodes.cpp
+    src/MItMeshPolygon.cpp
+    src/MLibrary.cpp
+    src/MMatrix.cpp
+    src/MObject.cpp
+    src/MPlug.cpp
+    src/MPoint.cpp
+    src/MStatus.cpp
+    src/MString.cpp
+    src/MTime.cpp
+    src/MTransformationMatrix.cpp
+    src/MVector.cpp
+    src/functionSetName.cpp
+    src/timeUnit.cpp
+    src/toStatus.cpp
+    src/utf8.cpp
 )

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <maya/MFnDagNode.h>
+#include <maya/MMatrix.h>
 #include <maya/MPoint.h>
 #include <maya/MSpace.h>
 #include <maya/MVector.h>
@@ -28,4 +29,7 @@ public:
                           MStatus* ReturnStatus = nullptr) const;
     MVector upDirection(MSpace::Space space = MSpace::kObject,
                         MStatus* ReturnStatus = nullptr) const;
+
+private:
+    MMatrix toSpace(MSpace::Space space, MStatus* ReturnStatus) const;
 };
