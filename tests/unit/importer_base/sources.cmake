@@ -1,2 +1,5 @@
 set(SOURCES
+    ImportArgsTest.cpp
+    LogTest.cpp
+    base64Test.cpp
 )

@@ -1,6 +1,6 @@
 #include "platform/AtomicFile.h"
 
-#include "tests/unit/platform/TestFolder.h"
+#include "tests/support/TestFolder.h"
 
 #include <gtest/gtest.h>
 

@@ -8,7 +8,8 @@
 #include <iterator>
 #include <string>
 
-/// Made below the system's temporary folder; `path` holds a non-ASCII character on purpose.
+/// Made below the temporary folder that the process was started with; `path` holds a non-ASCII
+/// character on purpose.
 class TestFolder {
 public:
     TestFolder()
@@ -17,7 +18,7 @@ public:
         const auto stamp = std::chrono::steady_clock::now().time_since_epoch().count();
         const std::string name =
             "vistrel-test-" + std::to_string(stamp) + "-" + std::to_string(counter++);
-        m_path = std::filesystem::temp_directory_path() / name / u8"\u00e9\u6f22";
+        m_path = systemFolder() / name / u8"\u00e9\u6f22";
         std::filesystem::create_directories(m_path);
     }
     TestFolder(const TestFolder&) = delete;
@@ -52,6 +53,13 @@ public:
     {
         const auto entries = std::filesystem::directory_iterator(m_path);
         return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
+    }
+
+    /// The temporary folder as it was when it was asked for first: tests may divert it.
+    static const std::filesystem::path& systemFolder()
+    {
+        static const std::filesystem::path folder = std::filesystem::temp_directory_path();
+        return folder;
     }
 
 private:
