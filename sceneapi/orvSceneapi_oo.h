@@ -76,7 +76,7 @@ private:
     orvScene_api* m_api = nullptr;  // as attached
     orvScene_api* m_sink = nullptr; // never null: m_api, or what discards everything
     LightFactory* m_factory;
-    std::uint32_t m_groupCounter = 0;
+    std::uint32_t m_groupCounter = 0; // reset with the other; no operation numbers groups
     std::uint32_t m_idCounter = 0;
 };
 
