@@ -6,6 +6,7 @@ set(SOURCES
     MappedFile.cpp
     OwnedHandle.cpp
     clock.cpp
+    codePages.cpp
     descriptors.cpp
     dllFolder.cpp
     executablePath.cpp

@@ -1,3 +1,28 @@
 # Sources of this room, one a line, sorted (main files of programs are not listed).
 set(SOURCES
+    Command.cpp
+    ascii/Arguments.cpp
+    ascii/Codeset.cpp
+    ascii/Reader.cpp
+    ascii/Scanner.cpp
+    ascii/numbers.cpp
+    ascii/payloads/Cursor.cpp
+    ascii/payloads/arrays.cpp
+    ascii/payloads/faces.cpp
+    ascii/payloads/lattice.cpp
+    ascii/payloads/matrix.cpp
+    ascii/payloads/mesh.cpp
+    ascii/payloads/numbers.cpp
+    ascii/payloads/nurbs.cpp
+    ascii/payloads/payloadTable.cpp
+    ascii/payloads/pieces.cpp
+    ascii/payloads/sparse.cpp
+    ascii/payloads/texts.cpp
+    ascii/payloads/values.cpp
+    ascii/readAscii.cpp
+    ascii/setAttribute.cpp
+    ascii/statements/attributeStatements.cpp
+    ascii/statements/nodeStatements.cpp
+    ascii/statements/sceneStatements.cpp
+    ascii/statements/statementTable.cpp
 )
