@@ -15,6 +15,7 @@ set(SOURCES
     src/MFnNumericData.cpp
     src/MFnSingleIndexedComponent.cpp
     src/MFnTransform.cpp
+    src/MGeometryExtractor.cpp
     src/MGlobal.cpp
     src/MHWGeometry.cpp
     src/MItDag.cpp
@@ -32,6 +33,7 @@ set(SOURCES
     src/MTransformationMatrix.cpp
     src/MVector.cpp
     src/functionSetName.cpp
+    src/renderMeshOf.cpp
     src/timeUnit.cpp
     src/toStatus.cpp
     src/utf8.cpp

@@ -7,6 +7,7 @@
 #include <maya/MDagPath.h>
 #include <maya/MFn.h>
 #include <maya/MFnNumericData.h>
+#include <maya/MGeometryRequirements.h>
 #include <maya/MObject.h>
 #include <maya/MPlug.h>
 #include <maya/MStatus.h>
@@ -59,7 +60,6 @@ struct Inside {
         status.m_isWithoutObject = true;
         return status;
     }
-    static bool isWithoutObject(const MStatus& status) { return status.m_isWithoutObject; }
 
     // --- objects
     static MObject node(session::NodeId id);
@@ -85,6 +85,12 @@ struct Inside {
     // --- times
     static MTime time(std::int64_t ticks, MTime::Unit unit);
     static std::int64_t ticksOf(const MTime& time) { return time.m_ticks; }
+
+    static const std::vector<MHWRender::MVertexBufferDescriptor>&
+    vertexRequirements(const MHWRender::MGeometryRequirements& requirements)
+    {
+        return requirements.m_vertexRequirements;
+    }
 };
 
 /// Whether a node can be used with function sets of that kind.

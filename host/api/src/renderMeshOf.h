@@ -1,0 +1,20 @@
+// The triangles of a shape, made once for all the components that are asked for one after another.
+#pragma once
+
+#include "host/geometry/mesh/renderMesh.h"
+#include "host/support/Expected.h"
+
+#include <maya/MDagPath.h>
+
+#include <memory>
+#include <string_view>
+
+namespace host::api {
+
+/// The evaluated mesh at the end of a path, cut and split. The last result of a mesh with face
+/// groups is kept, because its groups are asked for one by one. Fails (NotFound, InvalidParameter)
+/// without a mesh shape, and (Failure) for a mesh without faces.
+Expected<std::shared_ptr<const geometry::RenderMesh>> renderMeshOf(const MDagPath& path,
+                                                                   std::string_view uvSetName);
+
+} // namespace host::api
