@@ -12,6 +12,9 @@ else()
     target_compile_options(orv_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow -pedantic -Werror
         -Wno-sign-conversion        # indices of the API are int and unsigned by turns
         -ffp-contract=off)          # the same numbers on every machine
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        target_compile_options(orv_flags INTERFACE -Wno-restrict) # GCC 12 reports plain std::string concatenation
+    endif()
 endif()
 if(MINGW)
     # printf of the C99 kind, wide entry points, and programs that need no DLL of the compiler beside them

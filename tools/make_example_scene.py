@@ -136,8 +136,8 @@ createNode camera -s -n "perspShape" -p "persp";
 ''']
     out.append(transform('table', t=(0, 0.7, 0)))
     table = box(1.2, 0.05, 0.8)
-    out.append(transform('top', 'table'))
-    out.append(table.text('topShape', '|table|top'))
+    out.append(transform('tabletop', 'table'))
+    out.append(table.text('tabletopShape', '|table|tabletop'))
     leg = lathe([(0.03, -0.35), (0.025, 0), (0.03, 0.33)], 16)
     out.append(transform('leg1', 'table', t=(-0.52, -0.36, 0.32)))
     out.append(leg.text('legShape', 'leg1'))
@@ -180,7 +180,7 @@ createNode place2dTexture -n "place2dTexture1";
     for shader in ('wood', 'glaze', 'paper'):
         out.append('connectAttr "%s.oc" "%sSG.ss";\nconnectAttr "%sSG.pa" ":renderPartition.st" -na;\n' % (shader, shader, shader))
     out.append('connectAttr "cover.oc" "paper.c";\nconnectAttr "place2dTexture1.o" "cover.uv";\n')
-    for shape, group in (('topShape', 'woodSG'), ('|table|leg1|legShape', 'woodSG'), ('|table|leg2|legShape', 'woodSG'),
+    for shape, group in (('tabletopShape', 'woodSG'), ('|table|leg1|legShape', 'woodSG'), ('|table|leg2|legShape', 'woodSG'),
                          ('|table|leg3|legShape', 'woodSG'), ('|table|leg4|legShape', 'woodSG'), ('bookShape', 'paperSG'),
                          ('pictureShape', 'woodSG'), ('cupShape', ':initialShadingGroup')):
         out.append('connectAttr "%s.iog" "%s.dsm" -na;\n' % (shape, group))
