@@ -1,3 +1,15 @@
 # Sources of this room, one a line, sorted (main files of programs are not listed).
 set(SOURCES
+    mesh/MeshData.cpp
+    mesh/PlanarRing.cpp
+    mesh/PolygonCutter.cpp
+    mesh/ReflexGrid.cpp
+    mesh/buildTopology.cpp
+    mesh/faceList.cpp
+    mesh/normalIds.cpp
+    mesh/normals.cpp
+    mesh/polygon.cpp
+    mesh/renderMesh.cpp
+    mesh/triangulate.cpp
+    mesh/tweak.cpp
 )

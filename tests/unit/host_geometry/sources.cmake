@@ -1,2 +1,5 @@
 set(SOURCES
+    buildTopologyTest.cpp
+    listsTest.cpp
+    normalsTest.cpp
 )

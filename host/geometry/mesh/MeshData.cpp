@@ -1,0 +1,112 @@
+#include "host/geometry/mesh/MeshData.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <functional>
+#include <span>
+
+namespace host::geometry {
+namespace {
+
+std::size_t sizeOf(const auto& shared)
+{
+    return shared ? shared->size() : 0;
+}
+
+/// True when `starts` climbs from 0 to `total`.
+bool isRunTable(std::span<const std::uint32_t> starts, std::size_t total)
+{
+    return !starts.empty() && starts.front() == 0 && starts.back() == total &&
+           std::is_sorted(starts.begin(), starts.end());
+}
+
+bool hasValidEdges(const MeshTopology& topology)
+{
+    const std::uint32_t count = topology.vertexCount;
+    return topology.edgeSmooth.size() == topology.edges.size() &&
+           std::all_of(topology.edges.begin(), topology.edges.end(), [count](const MeshEdge& edge) {
+               return edge.start < count && edge.end < count;
+           });
+}
+
+bool hasValidReferences(const MeshTopology& topology)
+{
+    const std::size_t count = topology.edges.size();
+    return std::all_of(
+        topology.corners.begin(), topology.corners.end(), [count](std::int32_t reference) {
+            return static_cast<std::size_t>(reference >= 0 ? reference : -(reference + 1)) < count;
+        });
+}
+
+bool hasValidRuns(const MeshTopology& topology)
+{
+    if (topology.loopStart.empty()) {
+        return topology.corners.empty() && topology.faceLoop.empty();
+    }
+    return isRunTable(topology.loopStart, topology.corners.size()) &&
+           (topology.faceLoop.empty() || isRunTable(topology.faceLoop, topology.loopCount()));
+}
+
+bool hasClosedLoops(const MeshTopology& topology)
+{
+    for (std::uint32_t loop = 0; loop < topology.loopCount(); ++loop) {
+        const std::uint32_t first = topology.loopStart[loop];
+        const std::uint32_t end = topology.loopStart[loop + 1];
+        for (std::uint32_t corner = first; corner < end; ++corner) {
+            const std::int32_t reference = topology.corners[corner];
+            const std::uint32_t reached =
+                reference >= 0 ? topology.edges[static_cast<std::uint32_t>(reference)].end
+                               : topology.edges[static_cast<std::uint32_t>(-(reference + 1))].start;
+            if (reached != topology.cornerVertex(corner + 1 == end ? first : corner + 1)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+bool isValidUvSet(const UvSet& set, std::size_t cornerCount)
+{
+    if (sizeOf(set.corners) == 0) {
+        return true;
+    }
+    const auto pointCount = static_cast<std::int64_t>(sizeOf(set.points));
+    return set.corners->size() == cornerCount &&
+           std::all_of(set.corners->begin(), set.corners->end(),
+                       [pointCount](std::int32_t id) { return id >= -1 && id < pointCount; });
+}
+
+/// True when the faces climb and exist; a missing list is an empty one.
+bool isFaceList(const std::shared_ptr<const std::vector<std::uint32_t>>& faces,
+                std::uint32_t faceCount)
+{
+    if (sizeOf(faces) == 0) {
+        return true;
+    }
+    const bool isClimbing =
+        std::adjacent_find(faces->begin(), faces->end(), std::greater_equal<>()) == faces->end();
+    return isClimbing && faces->back() < faceCount;
+}
+
+} // namespace
+
+bool isConsistent(const MeshData& mesh)
+{
+    if (!mesh.topology || sizeOf(mesh.points) != mesh.topology->vertexCount) {
+        return false;
+    }
+    const MeshTopology& topology = *mesh.topology;
+    if (!hasValidEdges(topology) || !hasValidReferences(topology) || !hasValidRuns(topology) ||
+        !hasClosedLoops(topology)) {
+        return false;
+    }
+    return std::all_of(
+               mesh.uvSets.begin(), mesh.uvSets.end(),
+               [&](const UvSet& set) { return isValidUvSet(set, topology.corners.size()); }) &&
+           isFaceList(mesh.invisibleFaces, topology.faceCount()) &&
+           std::all_of(mesh.groups.begin(), mesh.groups.end(), [&](const FaceGroup& group) {
+               return isFaceList(group.faces, topology.faceCount());
+           });
+}
+
+} // namespace host::geometry

@@ -1,0 +1,208 @@
+#include "host/geometry/mesh/buildTopology.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace host::geometry {
+namespace {
+
+constexpr std::size_t kMaxCorners = 0x7ffffffe;
+
+/// Compacts the corners of the usable loops to the front of their own list.
+class TopologyBuilder {
+public:
+    TopologyBuilder(std::uint32_t vertexCount, std::span<const std::int32_t> edgeTriples,
+                    FaceLists faces)
+        : m_lists(std::move(faces)), m_cornerCount(std::min(m_lists.corners.size(), kMaxCorners))
+    {
+        m_built.topology.vertexCount = vertexCount;
+        takeEdges(edgeTriples);
+    }
+
+    BuiltTopology build();
+
+private:
+    void takeEdges(std::span<const std::int32_t> triples);
+    /// The vertices that a reference leaves and reaches; false for a bad reference.
+    bool ends(std::int32_t reference, std::uint32_t& start, std::uint32_t& end) const;
+    bool isClosed(std::size_t first, std::size_t count) const;
+    void addFace(std::uint32_t loopCount);
+    /// Takes the next given loop; keeps it when it is usable and wanted.
+    bool takeLoop(bool isWanted);
+    void endLoop();
+    void drop(std::size_t first, std::size_t end);
+
+    FaceLists m_lists;
+    std::size_t m_cornerCount;
+    std::size_t m_loop = 0; ///< next given loop
+    std::size_t m_read = 0; ///< next given corner
+    std::size_t m_kept = 0;
+    std::vector<bool> m_isBadEdge; ///< empty when there is none
+    BuiltTopology m_built;
+};
+
+void TopologyBuilder::takeEdges(std::span<const std::int32_t> triples)
+{
+    MeshTopology& topology = m_built.topology;
+    const std::size_t count = std::min(triples.size() / 3, kMaxCorners);
+    topology.edges.resize(count);
+    topology.edgeSmooth.resize(count);
+    for (std::size_t edge = 0; edge < count; ++edge) {
+        const auto start = static_cast<std::uint32_t>(triples[3 * edge]);
+        const auto end = static_cast<std::uint32_t>(triples[3 * edge + 1]);
+        if (start < topology.vertexCount && end < topology.vertexCount) {
+            topology.edges[edge] = {start, end};
+            topology.edgeSmooth[edge] = triples[3 * edge + 2] != 0 ? 1 : 0;
+            continue;
+        }
+        m_isBadEdge.resize(count);
+        m_isBadEdge[edge] = true;
+        ++m_built.damage.badEdges;
+    }
+    if (topology.vertexCount == 0) { // not even (0, 0) would be a valid edge
+        topology.edges.clear();
+        topology.edgeSmooth.clear();
+    }
+}
+
+bool TopologyBuilder::ends(std::int32_t reference, std::uint32_t& start, std::uint32_t& end) const
+{
+    const auto edge = static_cast<std::uint32_t>(reference >= 0 ? reference : -(reference + 1));
+    const auto& edges = m_built.topology.edges;
+    if (edge >= edges.size() || (!m_isBadEdge.empty() && m_isBadEdge[edge])) {
+        return false;
+    }
+    start = reference >= 0 ? edges[edge].start : edges[edge].end;
+    end = reference >= 0 ? edges[edge].end : edges[edge].start;
+    return true;
+}
+
+bool TopologyBuilder::isClosed(std::size_t first, std::size_t count) const
+{
+    std::uint32_t loopStart = 0;
+    std::uint32_t start = 0;
+    std::uint32_t reached = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint32_t expected = reached;
+        if (!ends(m_lists.corners[first + i], start, reached)) {
+            return false;
+        }
+        if (i == 0) {
+            loopStart = start;
+        } else if (start != expected) {
+            return false;
+        }
+    }
+    return count > 0 && reached == loopStart;
+}
+
+void TopologyBuilder::drop(std::size_t first, std::size_t end)
+{
+    if (first == end) {
+        return;
+    }
+    auto& runs = m_built.damage.droppedCorners;
+    if (!runs.empty() && runs.back().end == first) {
+        runs.back().end = static_cast<std::uint32_t>(end);
+        return;
+    }
+    runs.push_back({static_cast<std::uint32_t>(first), static_cast<std::uint32_t>(end)});
+}
+
+void TopologyBuilder::endLoop()
+{
+    m_built.topology.loopStart.push_back(static_cast<std::uint32_t>(m_kept));
+}
+
+bool TopologyBuilder::takeLoop(bool isWanted)
+{
+    if (m_loop >= m_lists.loopSizes.size()) {
+        return false;
+    }
+    const std::size_t size = m_lists.loopSizes[m_loop++];
+    const std::size_t first = m_read;
+    const std::size_t left = m_cornerCount - first;
+    m_read += std::min(size, left);
+    if (!isWanted || size > left || !isClosed(first, size)) {
+        drop(first, m_read);
+        return false;
+    }
+    if (m_kept != first) {
+        std::copy_n(m_lists.corners.begin() + static_cast<std::ptrdiff_t>(first), size,
+                    m_lists.corners.begin() + static_cast<std::ptrdiff_t>(m_kept));
+    }
+    m_kept += size;
+    endLoop();
+    return true;
+}
+
+void TopologyBuilder::addFace(std::uint32_t loopCount)
+{
+    const bool isGood = loopCount > 0 && takeLoop(true);
+    if (!isGood) {
+        ++m_built.damage.badFaces;
+        endLoop();
+    }
+    for (std::uint32_t hole = 1; hole < loopCount && m_loop < m_lists.loopSizes.size(); ++hole) {
+        if (!takeLoop(isGood) && isGood) {
+            ++m_built.damage.badHoles;
+        }
+    }
+}
+
+BuiltTopology TopologyBuilder::build()
+{
+    MeshTopology& topology = m_built.topology;
+    const auto& counts = m_lists.faceLoopCounts;
+    const bool hasHoles =
+        std::any_of(counts.begin(), counts.end(), [](std::uint32_t count) { return count != 1; });
+    const std::size_t faceCount = counts.empty() ? m_lists.loopSizes.size() : counts.size();
+    topology.loopStart.reserve(std::max(faceCount, m_lists.loopSizes.size()) + 1);
+    topology.loopStart.push_back(0);
+    if (hasHoles) {
+        topology.faceLoop.reserve(faceCount + 1);
+        topology.faceLoop.push_back(0);
+    }
+    for (std::size_t face = 0; face < faceCount; ++face) {
+        addFace(hasHoles ? counts[face] : 1);
+        if (hasHoles) {
+            topology.faceLoop.push_back(topology.loopCount());
+        }
+    }
+    m_built.damage.looseLoops = m_lists.loopSizes.size() - m_loop;
+    drop(m_read, m_lists.corners.size());
+    m_lists.corners.resize(m_kept);
+    topology.corners = std::move(m_lists.corners);
+    return std::move(m_built);
+}
+
+} // namespace
+
+BuiltTopology buildTopology(std::uint32_t vertexCount, std::span<const std::int32_t> edgeTriples,
+                            FaceLists faces)
+{
+    return TopologyBuilder(vertexCount, edgeTriples, std::move(faces)).build();
+}
+
+void removeCorners(std::vector<std::int32_t>& perCorner, std::span<const CornerRun> dropped,
+                   std::size_t cornerCount)
+{
+    std::size_t kept = dropped.empty() ? perCorner.size() : 0;
+    std::size_t read = 0;
+    const auto keepUntil = [&](std::size_t end) {
+        for (; read < std::min(end, perCorner.size()); ++read) {
+            perCorner[kept++] = perCorner[read];
+        }
+    };
+    for (const CornerRun& run : dropped) {
+        keepUntil(run.first);
+        read = run.end;
+    }
+    if (!dropped.empty()) {
+        keepUntil(perCorner.size());
+    }
+    perCorner.resize(kept);
+    perCorner.resize(cornerCount, -1);
+}
+
+} // namespace host::geometry

@@ -1,0 +1,31 @@
+// A mesh as renderers and viewports take it: one index per corner into vertices that carry
+// everything.
+#pragma once
+
+#include "host/geometry/mesh/MeshData.h"
+#include "host/geometry/mesh/triangulate.h"
+
+#include <string_view>
+#include <vector>
+
+namespace host::geometry {
+
+struct RenderMesh {
+    std::vector<Vec3f> positions;       ///< as in the mesh
+    std::vector<Vec3f> normals;         ///< unit length
+    std::vector<Vec2f> uvs;             ///< (0 0) where the corner has none
+    std::vector<std::uint32_t> indices; ///< three per triangle, faces ascending
+    std::vector<std::uint32_t>
+        faceFirstTriangle; ///< per face, and the number of triangles as last entry
+};
+
+/// Splits the vertices of a mesh and cuts its faces.
+///
+/// A vertex is one distinct combination of mesh vertex, normal value and uv id, in the order of
+/// first use by faces and corners. Faces in `invisibleFaces` take no part: they have an empty run
+/// of triangles and use no vertex. The uvs are those of the set `uvSetName`, else of the current
+/// set. Precondition: isConsistent(mesh).
+RenderMesh extractRenderMesh(const MeshData& mesh, std::string_view uvSetName,
+                             QuadSplit split = QuadSplit::BestShape);
+
+} // namespace host::geometry

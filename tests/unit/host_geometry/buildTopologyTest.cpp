@@ -1,0 +1,256 @@
+#include "tests/unit/host_geometry/meshMaker.h"
+
+namespace host::geometry {
+namespace {
+
+using test::Lists;
+
+// Two triangles, 0 1 2 and 0 2 3, with the edges 0-1, 1-2, 2-0, 2-3, 3-0.
+Lists twoTriangles()
+{
+    return {.edges = {0, 1, 0, 1, 2, 1, 2, 0, 1, 2, 3, 0, 3, 0, 0},
+            .corners = {0, 1, 2, -3, 3, 4},
+            .loopSizes = {3, 3},
+            .faceLoopCounts = {1, 1}};
+}
+
+BuiltTopology build(const Lists& lists, std::uint32_t vertexCount = 4)
+{
+    return buildTopology(vertexCount, lists.edges,
+                         {lists.corners, lists.loopSizes, lists.faceLoopCounts});
+}
+
+MeshData meshFrom(const MeshTopology& topology)
+{
+    MeshData mesh;
+    mesh.topology = std::make_shared<const MeshTopology>(topology);
+    mesh.points = std::make_shared<const std::vector<Vec3f>>(topology.vertexCount);
+    return mesh;
+}
+
+TEST(BuildTopology, TakesGoodListsAsTheyAre)
+{
+    const BuiltTopology built = build(twoTriangles());
+    EXPECT_TRUE(built.damage.isNone());
+    const MeshTopology& t = built.topology;
+    EXPECT_EQ(t.faceCount(), 2U);
+    EXPECT_TRUE(t.faceLoop.empty());
+    EXPECT_EQ(t.loopStart, (std::vector<std::uint32_t>{0, 3, 6}));
+    EXPECT_EQ(t.edgeSmooth, (std::vector<std::uint8_t>{0, 1, 1, 0, 0}));
+    EXPECT_EQ(t.cornerVertex(3), 0U); // -3: edge 2 (2-0) backwards
+    EXPECT_EQ(t.cornerVertex(4), 2U);
+    EXPECT_TRUE(isConsistent(meshFrom(t)));
+}
+
+TEST(BuildTopology, MovesTheCornersWithoutACopy)
+{
+    Lists lists = twoTriangles();
+    const std::int32_t* const block = lists.corners.data();
+    const BuiltTopology built = buildTopology(
+        4, lists.edges, {std::move(lists.corners), lists.loopSizes, lists.faceLoopCounts});
+    EXPECT_EQ(built.topology.corners.data(), block);
+}
+
+TEST(BuildTopology, FacesAreTheLoopsWithoutLoopCounts)
+{
+    Lists lists = twoTriangles();
+    lists.faceLoopCounts.clear();
+    EXPECT_EQ(build(lists).topology.faceCount(), 2U);
+}
+
+TEST(BuildTopology, OpenLoopEmptiesItsFaceAndKeepsTheNumbers)
+{
+    Lists lists = twoTriangles();
+    lists.corners[1] = 3; // 0-1 then 2-3
+    const BuiltTopology built = build(lists);
+    EXPECT_EQ(built.damage.badFaces, 1U);
+    EXPECT_EQ(built.damage.droppedCorners, (std::vector<CornerRun>{{0, 3}}));
+    EXPECT_EQ(built.topology.faceCount(), 2U);
+    EXPECT_EQ(built.topology.firstCorner(0), built.topology.endCorner(0));
+    EXPECT_EQ(built.topology.corners, (std::vector<std::int32_t>{-3, 3, 4}));
+    EXPECT_TRUE(isConsistent(meshFrom(built.topology)));
+}
+
+TEST(BuildTopology, LoopThatDoesNotReturnToItsStartIsOpen)
+{
+    Lists lists = twoTriangles();
+    lists.corners[5] = -5; // 0-2, 2-3, then 0-3 instead of 3-0
+    const BuiltTopology built = build(lists);
+    EXPECT_EQ(built.damage.badFaces, 1U);
+    EXPECT_EQ(built.damage.droppedCorners, (std::vector<CornerRun>{{3, 6}}));
+}
+
+TEST(BuildTopology, EdgeReferencesOutOfRangeEmptyTheirFaces)
+{
+    for (const std::int32_t reference : {5, -6, 0x7fffffff, -0x7fffffff - 1}) {
+        Lists lists = twoTriangles();
+        lists.corners[4] = reference;
+        const BuiltTopology built = build(lists);
+        EXPECT_EQ(built.damage.badFaces, 1U) << reference;
+        EXPECT_EQ(built.topology.corners, (std::vector<std::int32_t>{0, 1, 2}));
+        EXPECT_TRUE(isConsistent(meshFrom(built.topology)));
+    }
+}
+
+TEST(BuildTopology, EdgeOnAMissingVertexKeepsItsNumberButHasNoFace)
+{
+    for (const std::int32_t vertex : {4, -1, 0x7fffffff}) {
+        Lists lists = twoTriangles();
+        lists.edges[9] = vertex; // edge 3
+        const BuiltTopology built = build(lists);
+        EXPECT_EQ(built.damage.badEdges, 1U);
+        EXPECT_EQ(built.damage.badFaces, 1U);
+        EXPECT_EQ(built.topology.edges.size(), 5U);
+        EXPECT_EQ(built.topology.edges[4].start, 3U);
+        EXPECT_TRUE(isConsistent(meshFrom(built.topology)));
+    }
+}
+
+TEST(BuildTopology, MeshWithoutVerticesKeepsItsEmptyFaces)
+{
+    const BuiltTopology built = build(twoTriangles(), 0);
+    EXPECT_EQ(built.damage.badFaces, 2U);
+    EXPECT_EQ(built.damage.badEdges, 5U);
+    EXPECT_EQ(built.topology.faceCount(), 2U);
+    EXPECT_TRUE(built.topology.corners.empty());
+    EXPECT_TRUE(isConsistent(meshFrom(built.topology)));
+}
+
+TEST(BuildTopology, LoopLongerThanTheCornersIsBad)
+{
+    Lists lists = twoTriangles();
+    lists.loopSizes[1] = 0xffffffff;
+    const BuiltTopology built = build(lists);
+    EXPECT_EQ(built.damage.badFaces, 1U);
+    EXPECT_EQ(built.topology.corners.size(), 3U);
+}
+
+TEST(BuildTopology, LeftOverCornersAndLoopsAreDropped)
+{
+    Lists lists = twoTriangles();
+    lists.faceLoopCounts = {1};
+    const BuiltTopology built = build(lists);
+    EXPECT_EQ(built.topology.faceCount(), 1U);
+    EXPECT_EQ(built.damage.looseLoops, 1U);
+    EXPECT_EQ(built.damage.droppedCorners, (std::vector<CornerRun>{{3, 6}}));
+}
+
+TEST(BuildTopology, FaceWithoutLoopsIsEmpty)
+{
+    Lists lists = twoTriangles();
+    lists.faceLoopCounts = {0, 1, 1, 7};
+    const BuiltTopology built = build(lists);
+    EXPECT_EQ(built.topology.faceCount(), 4U);
+    EXPECT_EQ(built.damage.badFaces, 2U);
+    EXPECT_EQ(built.topology.firstCorner(1), 0U);
+    EXPECT_EQ(built.topology.endCorner(2), 6U);
+    EXPECT_EQ(built.topology.endCorner(3), 6U);
+    EXPECT_TRUE(isConsistent(meshFrom(built.topology)));
+}
+
+// A square 0 1 2 3 with two triangular holes 4 5 6 and 7 8 9.
+Lists squareWithHoles()
+{
+    return test::listsOf({{{0, 1, 2, 3}, {4, 5, 6}, {7, 8, 9}}}, 0);
+}
+
+TEST(BuildTopology, HolesStayWithTheirFace)
+{
+    const BuiltTopology built = build(squareWithHoles(), 10);
+    EXPECT_TRUE(built.damage.isNone());
+    EXPECT_EQ(built.topology.faceCount(), 1U);
+    EXPECT_EQ(built.topology.loopCount(), 3U);
+    EXPECT_EQ(built.topology.faceLoop, (std::vector<std::uint32_t>{0, 3}));
+    EXPECT_EQ(built.topology.endCorner(0), 10U);
+}
+
+TEST(BuildTopology, BadHoleIsClosedAndTheFaceKept)
+{
+    Lists lists = squareWithHoles();
+    lists.corners[5] = 99;
+    const BuiltTopology built = build(lists, 10);
+    EXPECT_EQ(built.damage.badHoles, 1U);
+    EXPECT_EQ(built.damage.badFaces, 0U);
+    EXPECT_EQ(built.damage.droppedCorners, (std::vector<CornerRun>{{4, 7}}));
+    EXPECT_EQ(built.topology.loopCount(), 2U);
+    EXPECT_EQ(built.topology.endCorner(0), 7U);
+    EXPECT_TRUE(isConsistent(meshFrom(built.topology)));
+}
+
+TEST(BuildTopology, BadOuterLoopTakesItsHolesAlong)
+{
+    Lists lists = squareWithHoles();
+    lists.corners[0] = 99;
+    const BuiltTopology built = build(lists, 10);
+    EXPECT_EQ(built.damage.badFaces, 1U);
+    EXPECT_EQ(built.damage.badHoles, 0U);
+    EXPECT_EQ(built.damage.droppedCorners, (std::vector<CornerRun>{{0, 10}}));
+    EXPECT_EQ(built.topology.faceCount(), 1U);
+    EXPECT_EQ(built.topology.loopCount(), 1U);
+    EXPECT_TRUE(isConsistent(meshFrom(built.topology)));
+}
+
+TEST(RemoveCorners, TakesOutTheDroppedRuns)
+{
+    std::vector<std::int32_t> ids{10, 11, 12, 13, 14, 15, 16};
+    const std::vector<CornerRun> dropped{{1, 3}, {5, 6}};
+    removeCorners(ids, dropped, 4);
+    EXPECT_EQ(ids, (std::vector<std::int32_t>{10, 13, 14, 16}));
+}
+
+TEST(RemoveCorners, FillsAShortListWithNone)
+{
+    std::vector<std::int32_t> ids{10, 11};
+    removeCorners(ids, {}, 4);
+    EXPECT_EQ(ids, (std::vector<std::int32_t>{10, 11, -1, -1}));
+    std::vector<std::int32_t> shorter{10, 11};
+    const std::vector<CornerRun> dropped{{1, 3}};
+    removeCorners(shorter, dropped, 2);
+    EXPECT_EQ(shorter, (std::vector<std::int32_t>{10, -1}));
+}
+
+TEST(IsConsistent, TellsEveryKindOfMisfit)
+{
+    const auto broken = [](auto&& damage) {
+        MeshTopology topology = build(twoTriangles()).topology;
+        MeshData mesh;
+        mesh.points = std::make_shared<const std::vector<Vec3f>>(4);
+        mesh.uvSets.push_back({"map1", std::make_shared<const std::vector<Vec2f>>(3),
+                               std::make_shared<const std::vector<std::int32_t>>(6, -1)});
+        damage(mesh, topology);
+        mesh.topology = std::make_shared<const MeshTopology>(topology);
+        return !isConsistent(mesh);
+    };
+    EXPECT_FALSE(broken([](MeshData&, MeshTopology&) {}));
+    EXPECT_TRUE(broken([](MeshData& m, MeshTopology&) {
+        m.points = std::make_shared<const std::vector<Vec3f>>(3);
+    }));
+    EXPECT_TRUE(broken([](MeshData& m, MeshTopology&) { m.points = nullptr; }));
+    EXPECT_TRUE(broken([](MeshData&, MeshTopology& t) { t.edges[0].end = 4; }));
+    EXPECT_TRUE(broken([](MeshData&, MeshTopology& t) { t.edgeSmooth.pop_back(); }));
+    EXPECT_TRUE(broken([](MeshData&, MeshTopology& t) { t.corners[0] = 5; }));
+    EXPECT_TRUE(broken([](MeshData&, MeshTopology& t) { t.corners[0] = -6; }));
+    EXPECT_TRUE(broken([](MeshData&, MeshTopology& t) { t.corners[0] = 1; }));
+    EXPECT_TRUE(broken([](MeshData&, MeshTopology& t) { t.loopStart.back() = 5; }));
+    EXPECT_TRUE(broken([](MeshData&, MeshTopology& t) { t.loopStart[1] = 7; }));
+    EXPECT_TRUE(broken([](MeshData&, MeshTopology& t) { t.faceLoop = {0, 1}; }));
+    EXPECT_TRUE(broken([](MeshData& m, MeshTopology&) {
+        m.uvSets[0].corners = std::make_shared<const std::vector<std::int32_t>>(6, 3);
+    }));
+    EXPECT_TRUE(broken([](MeshData& m, MeshTopology&) {
+        m.uvSets[0].corners = std::make_shared<const std::vector<std::int32_t>>(5, 0);
+    }));
+    EXPECT_TRUE(broken([](MeshData& m, MeshTopology&) {
+        m.uvSets[0].corners = std::make_shared<const std::vector<std::int32_t>>(6, -2);
+    }));
+    for (const std::vector<std::uint32_t>& faces :
+         {std::vector<std::uint32_t>{2}, {1, 0}, {0, 0}}) {
+        const auto list = std::make_shared<const std::vector<std::uint32_t>>(faces);
+        EXPECT_TRUE(broken([&](MeshData& m, MeshTopology&) { m.invisibleFaces = list; }));
+        EXPECT_TRUE(broken([&](MeshData& m, MeshTopology&) { m.groups.push_back({1, list}); }));
+    }
+    EXPECT_FALSE(isConsistent(MeshData{}));
+}
+
+} // namespace
+} // namespace host::geometry
