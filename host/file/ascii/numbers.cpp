@@ -95,6 +95,34 @@ const char* readDoubleSlowly(const char* begin, const char* end, double& number)
     return result.ec == std::errc::invalid_argument ? nullptr : result.ptr;
 }
 
+const char* readExponent(const char* begin, const char* end, const char* p, DecimalDigits digits,
+                         double& number)
+{
+    constexpr int kMaxExponent = 99;
+    constexpr int kExact = static_cast<int>(detail::kExactPowers.size()) - 1;
+    const char* q = p + 1;
+    const bool isDown = q < end && *q == '-';
+    q += q < end && (isDown || *q == '+') ? 1 : 0;
+    const char* const firstDigit = q;
+    int written = 0;
+    while (q < end && isDigit(*q) && written <= kMaxExponent) {
+        written = written * 10 + (*q - '0');
+        ++q;
+    }
+    const int exponent = (isDown ? -written : written) - static_cast<int>(digits.places);
+    if (q == firstDigit || written > kMaxExponent || exponent < -kExact || exponent > kExact) {
+        return readDoubleSlowly(begin, end, number);
+    }
+    double magnitude = static_cast<double>(static_cast<std::int64_t>(digits.mantissa));
+    if (exponent < 0) {
+        magnitude /= detail::kExactPowers[static_cast<std::size_t>(-exponent)];
+    } else {
+        magnitude *= detail::kExactPowers[static_cast<std::size_t>(exponent)];
+    }
+    number = *begin == '-' ? -magnitude : magnitude;
+    return q;
+}
+
 std::optional<double> numberOfWord(std::string_view word)
 {
     if (word.empty()) {

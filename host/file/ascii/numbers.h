@@ -31,6 +31,16 @@ constexpr bool isDigit(char c)
 /// Finite decimal texts only (what exceeds the range of double becomes infinite or zero).
 const char* readDoubleSlowly(const char* begin, const char* end, double& number);
 
+/// Digits that were read so far: mantissa / 10^places, exactly.
+struct DecimalDigits {
+    std::uint64_t mantissa = 0;
+    unsigned places = 0;
+};
+
+/// Goes on with a number from `begin` whose digits were read up to the "e" at `p`.
+const char* readExponent(const char* begin, const char* end, const char* p, DecimalDigits digits,
+                         double& number);
+
 /// The number that a whole word stands for: decimal texts, with a plus sign too, hexadecimal
 /// integers ("0x1F"), the words of booleans (yes no on off true false) and of non-finite numbers
 /// ("nan", "-inf", "1.#QNAN", "-1.#IND00", in any case). None for any other word.
@@ -81,72 +91,43 @@ inline constexpr std::ptrdiff_t kFastBytes = 48;
 
 /// A decimal number that begins at `begin` (begin < end): the end of the number, or null if there
 /// is none. What follows the number is the caller's to check. Correctly rounded: a mantissa below
-/// 2^53 and a power of ten up to 22 are both exact, so that one product or quotient rounds once
-/// (Clinger, How to Read Floating Point Numbers Accurately, 1990); the rest goes the slow way.
+/// 2^53 and a power of ten up to 22 are both exact, so that one quotient rounds once (Clinger, How
+/// to Read Floating Point Numbers Accurately, 1990); the rest goes the slow way. Few branches,
+/// since signs and lengths of numbers are hard to predict.
 inline const char* readDouble(const char* begin, const char* end, double& number)
 {
     if (!detail::kCanReadRuns || end - begin < detail::kFastBytes) {
         return readDoubleSlowly(begin, end, number);
     }
-    const char* p = begin;
-    const bool isNegative = *p == '-';
-    p += isNegative ? 1 : 0;
+    const std::uint64_t isNegative = *begin == '-' ? 1 : 0;
+    const char* p = begin + isNegative;
     const detail::DigitRun whole = detail::readRun(p);
-    if (whole.count == 8) {
-        return readDoubleSlowly(begin, end, number);
-    }
     p += whole.count;
     std::uint64_t mantissa = whole.value;
-    unsigned digits = whole.count;
-    int exponent = 0;
+    unsigned places = 0;
     if (*p == '.') {
         ++p;
         const detail::DigitRun first = detail::readRun(p);
+        detail::DigitRun second = detail::readRun(p + 8);
+        second.count = first.count == 8 ? second.count : 0;
+        second.value = first.count == 8 ? second.value : 0;
         mantissa = mantissa * detail::kIntegerPowers[first.count] + first.value;
-        p += first.count;
-        unsigned places = first.count;
-        if (first.count == 8) {
-            const detail::DigitRun second = detail::readRun(p);
-            if (second.count == 8) {
-                return readDoubleSlowly(begin, end, number);
-            }
-            mantissa = mantissa * detail::kIntegerPowers[second.count] + second.value;
-            p += second.count;
-            places += second.count;
-        }
-        digits += places;
-        exponent = -static_cast<int>(places);
+        mantissa = mantissa * detail::kIntegerPowers[second.count] + second.value;
+        places = first.count + second.count;
+        p += places;
     }
-    if (digits == 0 || digits > 19) {
-        return readDoubleSlowly(begin, end, number);
-    }
-    if ((*p | 0x20) == 'e') {
-        const char* q = p + 1;
-        const bool isDown = *q == '-';
-        q += isDown || *q == '+' ? 1 : 0;
-        int written = 0;
-        const char* const firstDigit = q;
-        while (isDigit(*q) && q - firstDigit < 4) {
-            written = written * 10 + (*q - '0');
-            ++q;
-        }
-        if (q == firstDigit || isDigit(*q)) {
-            return readDoubleSlowly(begin, end, number);
-        }
-        exponent += isDown ? -written : written;
-        p = q;
-    }
+    // Below the limits the mantissa has not overflowed; at sixteen places digits may follow.
     constexpr std::uint64_t kExactLimit = std::uint64_t{1} << 53;
-    if (mantissa > kExactLimit || exponent < -22 || exponent > 22) {
-        return readDoubleSlowly(begin, end, number);
+    const unsigned digits = whole.count + places;
+    const bool isExact =
+        digits - 1 < 19 && whole.count < 8 && places < 16 && mantissa <= kExactLimit;
+    if (!isExact || (*p | 0x20) == 'e') {
+        return isExact ? readExponent(begin, end, p, {mantissa, places}, number)
+                       : readDoubleSlowly(begin, end, number);
     }
-    double magnitude = static_cast<double>(mantissa);
-    if (exponent < 0) {
-        magnitude /= detail::kExactPowers[static_cast<std::size_t>(-exponent)];
-    } else {
-        magnitude *= detail::kExactPowers[static_cast<std::size_t>(exponent)];
-    }
-    number = isNegative ? -magnitude : magnitude;
+    const double magnitude =
+        static_cast<double>(static_cast<std::int64_t>(mantissa)) / detail::kExactPowers[places];
+    number = std::bit_cast<double>(std::bit_cast<std::uint64_t>(magnitude) | (isNegative << 63));
     return p;
 }
 
