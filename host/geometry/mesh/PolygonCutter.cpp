@@ -75,7 +75,7 @@ void PolygonCutter::clipQueued(std::vector<std::uint32_t>& triangles)
     while (m_queueHead < m_queue.size() && m_left > 3) {
         const std::uint32_t node = m_queue[m_queueHead++];
         m_isQueued[node] = false;
-        if (isEar(node, Strictness::NothingTouchesTheCut)) {
+        if (isSpike(node) || isEar(node, Strictness::NothingTouches)) {
             cutOff(node, triangles);
         }
     }
@@ -101,6 +101,17 @@ void PolygonCutter::cutOff(std::uint32_t node, std::vector<std::uint32_t>& trian
     if (m_grid.isSparse() && m_left > 3) {
         m_grid.build(m_ring, m_start);
     }
+}
+
+/// Whether the ring turns back on itself at a node, or stays in its place: to cut this off changes
+/// no area, and leaves a plainer ring.
+bool PolygonCutter::isSpike(std::uint32_t node) const
+{
+    const PlanePoint& a = m_ring[m_ring[node].previous].place;
+    const PlanePoint& b = m_ring[node].place;
+    const PlanePoint& c = m_ring[m_ring[node].next].place;
+    return m_ring.turnAt(node) == 0 && (a.x - b.x) * (c.x - b.x) >= 0 &&
+           (a.y - b.y) * (c.y - b.y) >= 0;
 }
 
 bool PolygonCutter::isEar(std::uint32_t node, Strictness strictness)
@@ -145,8 +156,10 @@ bool PolygonCutter::blocks(std::uint32_t other, std::uint32_t ear, Strictness st
             return false;
         }
     }
+    // At the tip another corner with edges along the sides may be on either side of them.
     const bool isOnCut = sides[2] == 0 && p != corners[0] && p != corners[2];
-    if (isOnCut && strictness == Strictness::NothingTouchesTheCut) {
+    const bool isAtTip = p == corners[1];
+    if ((isOnCut || isAtTip) && strictness == Strictness::NothingTouches) {
         return true;
     }
     const auto leadsInside = [&](const PlanePoint& q) {

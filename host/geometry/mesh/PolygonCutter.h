@@ -31,12 +31,13 @@ public:
              std::vector<std::uint32_t>& triangles);
 
 private:
-    enum class Strictness : std::uint8_t { NothingTouchesTheCut, NothingEnters };
+    enum class Strictness : std::uint8_t { NothingTouches, NothingEnters };
 
     void clip(std::vector<std::uint32_t>& triangles);
     void clipQueued(std::vector<std::uint32_t>& triangles);
     void enqueue(std::uint32_t node);
     void enqueueRing();
+    bool isSpike(std::uint32_t node) const;
     bool isEar(std::uint32_t node, Strictness strictness);
     bool blocks(std::uint32_t other, std::uint32_t ear, Strictness strictness) const;
     std::uint32_t nodeToForce();

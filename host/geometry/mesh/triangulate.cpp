@@ -123,7 +123,7 @@ Triangulation Triangulator::run(std::span<const std::uint32_t> skippedFaces)
 {
     const std::uint32_t faceCount = m_topology.faceCount();
     const std::size_t corners = m_topology.corners.size();
-    const std::size_t holes = m_topology.loopCount() - faceCount;
+    const std::size_t holes = m_topology.loopCount() - std::min(m_topology.loopCount(), faceCount);
     const std::size_t outside = std::min<std::size_t>(faceCount, corners / 3);
     m_result.corners.reserve(3 * (corners - 2 * outside + 2 * holes));
     m_result.faceFirstTriangle.reserve(std::size_t(faceCount) + 1);

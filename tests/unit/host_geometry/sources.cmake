@@ -2,4 +2,6 @@ set(SOURCES
     buildTopologyTest.cpp
     listsTest.cpp
     normalsTest.cpp
+    renderMeshTest.cpp
+    triangulateTest.cpp
 )

@@ -1,0 +1,172 @@
+#include "host/geometry/mesh/renderMesh.h"
+#include "tests/unit/host_geometry/meshMaker.h"
+
+#include <numeric>
+
+namespace host::geometry {
+namespace {
+
+using test::kCubeFaces;
+using test::kCubePoints;
+using test::meshOf;
+using Indices = std::vector<std::uint32_t>;
+
+UvSet uvSet(const std::string& name, std::vector<Vec2f> points, std::vector<std::int32_t> corners)
+{
+    return {name, std::make_shared<const std::vector<Vec2f>>(std::move(points)),
+            std::make_shared<const std::vector<std::int32_t>>(std::move(corners))};
+}
+
+/// Two unit squares side by side in z = 0, on the vertices 0..5; hard edges.
+MeshData twoSquares()
+{
+    return meshOf({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {2, 0, 0}, {2, 1, 0}},
+                  {{{0, 1, 2, 3}}, {{1, 4, 5, 2}}});
+}
+
+TEST(RenderMesh, HardCubeHas24VerticesAnd12Triangles)
+{
+    const RenderMesh result = extractRenderMesh(meshOf(kCubePoints, kCubeFaces, 0), "map1");
+    EXPECT_EQ(result.positions.size(), 24U);
+    EXPECT_EQ(result.normals.size(), 24U);
+    EXPECT_EQ(result.uvs.size(), 24U);
+    EXPECT_EQ(result.indices.size(), 36U);
+    EXPECT_EQ(result.faceFirstTriangle, (Indices{0, 2, 4, 6, 8, 10, 12}));
+    // The first face is the square 0 1 3 2, cut from its second corner to its fourth.
+    EXPECT_EQ(Indices(result.indices.begin(), result.indices.begin() + 6),
+              (Indices{0, 1, 3, 1, 2, 3}));
+    EXPECT_EQ(result.positions[2], kCubePoints[3]);
+    EXPECT_EQ(result.normals[2], (Vec3f{0, 0, 1}));
+}
+
+TEST(RenderMesh, SmoothCubeHas8Vertices)
+{
+    const RenderMesh result = extractRenderMesh(meshOf(kCubePoints, kCubeFaces, 1), "map1");
+    ASSERT_EQ(result.positions.size(), 8U);
+    const std::size_t firstUse[8] = {0, 1, 3, 2, 5, 4, 7, 6};
+    for (std::size_t i = 0; i < 8; ++i) {
+        EXPECT_EQ(result.positions[i], kCubePoints[firstUse[i]]);
+    }
+}
+
+TEST(RenderMesh, EqualNormalValuesAreSharedAcrossHardEdges)
+{
+    const RenderMesh result = extractRenderMesh(twoSquares(), "");
+    EXPECT_EQ(result.positions.size(), 6U);
+    EXPECT_EQ(result.indices, (Indices{0, 1, 3, 1, 2, 3, 1, 4, 2, 4, 5, 2}));
+}
+
+TEST(RenderMesh, DifferentUvIdsSplitEvenWhereTheirValuesAreEqual)
+{
+    MeshData mesh = twoSquares();
+    mesh.uvSets.push_back(uvSet("map1", {{0, 0}, {1, 0}, {1, 1}, {0, 1}, {1, 0}, {2, 0}, {2, 1}},
+                                {0, 1, 2, 3, 4, 5, 6, 2}));
+    const RenderMesh result = extractRenderMesh(mesh, "map1");
+    // Vertex 1 has the ids 1 and 4, both (1 0); vertex 2 has id 2 twice.
+    ASSERT_EQ(result.positions.size(), 7U);
+    EXPECT_EQ(result.positions[4], (Vec3f{1, 0, 0}));
+    EXPECT_EQ(result.uvs[4], (Vec2f{1, 0}));
+    EXPECT_EQ(result.uvs[1], (Vec2f{1, 0}));
+    EXPECT_EQ(result.uvs[6], (Vec2f{2, 1}));
+}
+
+TEST(RenderMesh, CornersWithoutUvHaveZeroAndDoNotShareWithOthers)
+{
+    MeshData mesh = twoSquares();
+    mesh.uvSets.push_back(uvSet("map1", {{0.5F, 0.5F}}, {0, 0, 0, 0, -1, -1, -1, -1}));
+    const RenderMesh result = extractRenderMesh(mesh, "map1");
+    ASSERT_EQ(result.positions.size(), 8U);
+    EXPECT_EQ(result.uvs[3], (Vec2f{0.5F, 0.5F}));
+    EXPECT_EQ(result.uvs[4], (Vec2f{0, 0}));
+}
+
+TEST(RenderMesh, WithoutAnyUvSetUvsAreZero)
+{
+    const RenderMesh result = extractRenderMesh(twoSquares(), "map1");
+    EXPECT_EQ(result.uvs, std::vector<Vec2f>(6));
+}
+
+TEST(RenderMesh, UvSetIsTheNamedOneElseTheCurrentOneElseTheFirst)
+{
+    MeshData mesh = twoSquares();
+    const std::vector<std::int32_t> corners(8, 0);
+    mesh.uvSets = {uvSet("a", {{1, 1}}, corners), uvSet("b", {{2, 2}}, corners),
+                   uvSet("c", {{3, 3}}, corners)};
+    mesh.currentUvSet = "b";
+    EXPECT_EQ(extractRenderMesh(mesh, "c").uvs[0], (Vec2f{3, 3}));
+    EXPECT_EQ(extractRenderMesh(mesh, "missing").uvs[0], (Vec2f{2, 2}));
+    EXPECT_EQ(extractRenderMesh(mesh, "").uvs[0], (Vec2f{2, 2}));
+    mesh.currentUvSet.clear();
+    EXPECT_EQ(extractRenderMesh(mesh, "missing").uvs[0], (Vec2f{1, 1}));
+}
+
+TEST(RenderMesh, EmptyUvSetGivesZeros)
+{
+    MeshData mesh = twoSquares();
+    mesh.uvSets.push_back({"map1", nullptr, nullptr});
+    EXPECT_EQ(extractRenderMesh(mesh, "map1").uvs, std::vector<Vec2f>(6));
+}
+
+TEST(RenderMesh, InvisibleFacesHaveNoTrianglesAndUseNoVertex)
+{
+    MeshData mesh = twoSquares();
+    mesh.invisibleFaces = std::make_shared<const Indices>(Indices{0});
+    const RenderMesh result = extractRenderMesh(mesh, "");
+    EXPECT_EQ(result.faceFirstTriangle, (Indices{0, 0, 2}));
+    EXPECT_EQ(result.indices, (Indices{0, 1, 3, 1, 2, 3}));
+    EXPECT_EQ(result.positions, (std::vector<Vec3f>{{1, 0, 0}, {2, 0, 0}, {2, 1, 0}, {1, 1, 0}}));
+}
+
+TEST(RenderMesh, InvisibleFacesStillCountForTheNormalsOfTheirNeighbours)
+{
+    // A right-angled fold with a smooth edge: the visible half keeps its leaning normals.
+    MeshData mesh = meshOf({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}},
+                           {{{0, 1, 2, 3}}, {{1, 0, 4, 5}}}, 1);
+    mesh.invisibleFaces = std::make_shared<const Indices>(Indices{1});
+    const RenderMesh result = extractRenderMesh(mesh, "");
+    ASSERT_EQ(result.normals.size(), 4U);
+    EXPECT_NEAR(result.normals[0].y, std::sqrt(0.5), 1e-6);
+    EXPECT_NEAR(result.normals[0].z, std::sqrt(0.5), 1e-6);
+    EXPECT_EQ(result.normals[2], (Vec3f{0, 0, 1}));
+}
+
+TEST(RenderMesh, LockedNormalsOfEqualValueAreShared)
+{
+    MeshData mesh = meshOf(kCubePoints, kCubeFaces, 0);
+    mesh.lockedNormals = std::make_shared<const std::vector<Vec3f>>(24, Vec3f{0, 5, 0});
+    const RenderMesh result = extractRenderMesh(mesh, "");
+    EXPECT_EQ(result.positions.size(), 8U);
+    EXPECT_EQ(result.normals, std::vector<Vec3f>(8, Vec3f{0, 1, 0}));
+}
+
+TEST(RenderMesh, ConcaveFaceWithAHoleUsesOnlyItsOwnVertices)
+{
+    const MeshData mesh = meshOf(
+        {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {2, 3, 0}, {0, 4, 0}, {1, 1, 0}, {1, 2, 0}, {2, 1, 0}},
+        {{{0, 1, 2, 3, 4}, {5, 6, 7}}});
+    const RenderMesh result = extractRenderMesh(mesh, "");
+    EXPECT_EQ(result.positions.size(), 8U);
+    EXPECT_EQ(result.indices.size(), 3U * 8);
+    double area = 0;
+    for (std::size_t i = 0; i < result.indices.size(); i += 3) {
+        const Vec3d a = toDouble(result.positions[result.indices[i]]);
+        const Vec3d b = toDouble(result.positions[result.indices[i + 1]]);
+        const Vec3d c = toDouble(result.positions[result.indices[i + 2]]);
+        EXPECT_GT(cross(b - a, c - a).z, 0);
+        area += cross(b - a, c - a).z / 2;
+    }
+    EXPECT_NEAR(area, 14 - 0.5, 1e-12); // 16, the notch of 2, the hole of a half
+}
+
+TEST(RenderMesh, EmptyMeshGivesAnEmptyResult)
+{
+    MeshData mesh;
+    mesh.topology = std::make_shared<const MeshTopology>();
+    const RenderMesh result = extractRenderMesh(mesh, "map1");
+    EXPECT_TRUE(result.positions.empty());
+    EXPECT_TRUE(result.indices.empty());
+    EXPECT_EQ(result.faceFirstTriangle, (Indices{0}));
+}
+
+} // namespace
+} // namespace host::geometry
