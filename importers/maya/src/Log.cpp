@@ -101,6 +101,7 @@ std::FILE*& Output2FILE::Stream()
         if (s_stream == nullptr) {
             const int reason = errno;
             std::fputs("could not open log file:\n", stderr);
+            std::fflush(stderr); // perror may pass by the buffer
             errno = reason;
             std::perror("opening log");
         }

@@ -9,7 +9,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <string>
+#include <utility>
 
 #ifdef _WIN32
 #include <windows.h>
@@ -55,6 +57,11 @@ protected:
     }
     ~LogFixture() override
     {
+        // closing a log that is not open opens it, so it had better find a place
+#ifdef _WIN32
+        m_registry.reset();
+#endif
+        setTemporaryFolder(m_folder.path());
         closeLog();
         setTemporaryFolder(TestFolder::systemFolder());
         FILELog::ReportingLevel() = DEBUG4;
@@ -93,7 +100,7 @@ protected:
     }
 
 #ifdef _WIN32
-    EmptyRegistry m_registry;
+    std::optional<EmptyRegistry> m_registry{std::in_place};
 #endif
     TestFolder m_folder;
 };

@@ -1,5 +1,6 @@
 set(SOURCES
     ImportArgsTest.cpp
     LogTest.cpp
+    TraceCheckTest.cpp
     base64Test.cpp
 )
