@@ -1,3 +1,9 @@
-# Sources of this room, one a line, sorted (main files of programs are not listed).
+# Sources of this room, one a line, sorted.
 set(SOURCES
+    ComputeTable.cpp
+    Evaluator.cpp
+    InstanceTable.cpp
+    convertValue.cpp
+    outputNames.cpp
+    plugSource.cpp
 )

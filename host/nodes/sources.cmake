@@ -1,3 +1,13 @@
-# Sources of this room, one a line, sorted (main files of programs are not listed).
+# Sources of this room, one a line, sorted.
 set(SOURCES
+    allNodeTypes.cpp
+    dagNode.cpp
+    groupId.cpp
+    groupParts.cpp
+    joint.cpp
+    mesh.cpp
+    textureColor.cpp
+    transform.cpp
+    transformParts.cpp
+    unitConversion.cpp
 )

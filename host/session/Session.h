@@ -135,12 +135,26 @@ public:
     /// The report of the open scene as JSON text: counts, unknown and uncomputed node types,
     /// textures, references left out.
     std::string report() const;
+    /// The report of the scene that was opened last, also when a new one was begun since; of the
+    /// new scene when none was opened.
+    std::string lastReport() const
+    {
+        return isOpened() || m_lastReport.empty() ? report() : m_lastReport;
+    }
 
 private:
+    struct Evaluation;
+    void beginScene();
+    void finishScene(std::unique_ptr<Evaluation> evaluation);
+    bool isOpened() const;
+    bool isNodeVisible(NodeId node);
+    bool isFedByCurve(NodeId node) const;
+    std::vector<std::string> shortestNames(const std::vector<NodeId>& nodes) const;
+    void noteMesh(NodeId shape, const Plug& plug, bool hasMesh);
+
     std::uint32_t m_generation = 0;
     std::string m_currentFile;
     std::unique_ptr<graph::Graph> m_graph;
-    struct Evaluation;
     std::unique_ptr<Evaluation> m_evaluation;
     Diagnostics m_diagnostics;
     WorkingUnits m_units;
@@ -148,6 +162,7 @@ private:
     std::int64_t m_time = 0;
     std::int64_t m_playbackStart = 0;
     std::int64_t m_playbackEnd = 0;
+    std::string m_lastReport;
 };
 
 /// The process's session: null before `startSession` and after `endSession`.

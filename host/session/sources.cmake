@@ -1,3 +1,21 @@
-# Sources of this room, one a line, sorted (main files of programs are not listed).
+# Sources of this room, one a line, sorted.
 set(SOURCES
+    JsonText.cpp
+    PlaybackRange.cpp
+    SceneBuilder.cpp
+    SceneBuilderAttributes.cpp
+    SceneBuilderConnections.cpp
+    Session.cpp
+    StoredMeshes.cpp
+    animationQueries.cpp
+    commandQueries.cpp
+    currentSession.cpp
+    dagQueries.cpp
+    defaultScene.cpp
+    meshQueries.cpp
+    plugLookup.cpp
+    plugQueries.cpp
+    report.cpp
+    setQueries.cpp
+    unknownNodes.cpp
 )

@@ -1,0 +1,47 @@
+// The computations of all node types, resolved to attribute positions for the types that are met.
+#pragma once
+
+#include "host/types/ComputeContext.h"
+#include "host/types/NodeType.h"
+
+#include <memory>
+#include <span>
+#include <unordered_map>
+#include <vector>
+
+namespace host::eval {
+
+/// What computes one attribute of a type.
+struct OutputEntry {
+    AttributeIndex attribute = kNoAttribute;
+    std::size_t output = 0; ///< position in the row's list
+    const NodeCompute* row = nullptr;
+    const std::vector<AttributeIndex>* inputs = nullptr; ///< in step with the row's list
+};
+
+/// The computations of one type.
+struct TypeComputes {
+    std::vector<OutputEntry> outputs; ///< ascending attributes
+    std::vector<std::unique_ptr<std::vector<AttributeIndex>>> inputLists;
+    std::vector<AttributeIndex> geometryInputs;
+    std::vector<bool> isResult; ///< per attribute: computed by the node, never stored
+    bool isTime = false;        ///< the type is that of the scene's clock
+    /// Null when nothing computes the attribute.
+    const OutputEntry* find(AttributeIndex attribute) const;
+};
+
+class ComputeTable {
+public:
+    explicit ComputeTable(std::span<const NodeCompute* const> rows) : m_rows(rows) {}
+    const TypeComputes& of(NodeType type);
+
+private:
+    void resolve(NodeType type, TypeComputes& result) const;
+
+    std::span<const NodeCompute* const> m_rows;
+    std::unordered_map<std::string_view, std::unique_ptr<TypeComputes>> m_types;
+    NodeType m_lastType;
+    const TypeComputes* m_last = nullptr;
+};
+
+} // namespace host::eval

@@ -1,0 +1,428 @@
+#include "host/eval/Evaluator.h"
+
+#include "host/eval/convertValue.h"
+#include "host/eval/outputNames.h"
+#include "host/eval/plugSource.h"
+
+#include <algorithm>
+
+namespace host::eval {
+
+using graph::kNoSlot;
+using graph::Node;
+using graph::NodeId;
+using graph::Plug;
+using graph::Slot;
+using graph::SlotId;
+
+namespace {
+
+/// Times that one plug is begun anew before its stored value is taken: more than any node has
+/// inputs, and an end for every case that nobody thought of.
+constexpr std::uint32_t kMaxAttempts = 100000;
+
+/// Inputs that are tried in turn where a node joins several geometries.
+constexpr std::size_t kMaxPassedInputs = 64;
+
+std::uint64_t keyOf(NodeId node, SlotId slot)
+{
+    return std::uint64_t{node} << 32 | slot;
+}
+
+bool mayBeGeometry(AttributeKind kind)
+{
+    return kind == AttributeKind::Mesh || kind == AttributeKind::Geometry ||
+           kind == AttributeKind::Any;
+}
+
+std::string_view typeWord(const Node& node)
+{
+    return node.unknownType.empty() ? node.type.name() : std::string_view(node.unknownType);
+}
+
+} // namespace
+
+/// The answers to one computation: every input is fetched, or requested when it is not there yet.
+class Evaluator::Context final : public ComputeContext {
+public:
+    Context(Evaluator& evaluator, const Plug& plug, const OutputEntry& entry)
+        : m_evaluator(evaluator), m_plug(plug), m_entry(entry)
+    {
+    }
+
+    std::size_t output() const override { return m_entry.output; }
+    std::int32_t index() const override { return m_plug.index; }
+    bool isComplete() const override { return m_evaluator.m_requests.empty(); }
+
+    Value input(std::size_t position) override
+    {
+        const AttributeIndex attribute = (*m_entry.inputs)[position];
+        if (attribute == kNoAttribute) {
+            return {};
+        }
+        return m_evaluator.fetch({m_plug.node, attribute, kNoSlot, -1}).value_or(Value());
+    }
+
+    double number(std::size_t position, double fallback) override
+    {
+        return input(position).number(fallback);
+    }
+
+    const NumericArray* array(std::size_t position) override
+    {
+        const AttributeIndex attribute = (*m_entry.inputs)[position];
+        if (attribute == kNoAttribute) {
+            return nullptr;
+        }
+        return m_evaluator.m_graph.findNumericArray({m_plug.node, attribute, kNoSlot, -1});
+    }
+
+    Matrix4 parentWorldMatrix() override
+    {
+        const auto instance = static_cast<std::uint32_t>(std::max(0, m_plug.index));
+        const InstanceTable::Step above = m_evaluator.m_instances.above(m_plug.node, instance);
+        if (above.parent == graph::kNoNode || above.parent == graph::kWorld) {
+            return {};
+        }
+        const graph::Graph& graph = m_evaluator.m_graph;
+        const AttributeIndex attribute = graph.findAttribute(above.parent, "worldMatrix");
+        if (attribute == kNoAttribute) {
+            return {};
+        }
+        const Plug plug{above.parent, attribute, kNoSlot,
+                        static_cast<std::int32_t>(above.instance)};
+        const auto matrix = m_evaluator.fetch(plug).value_or(Value()).data<Matrix4>();
+        return matrix != nullptr ? *matrix : Matrix4{};
+    }
+
+    std::int32_t nodeNumber() const override { return static_cast<std::int32_t>(m_plug.node) + 1; }
+
+    std::int64_t time() override
+    {
+        m_evaluator.m_currentUsesTime = true;
+        return m_evaluator.m_time;
+    }
+
+    void noteUncomputed() override { m_evaluator.noteUncomputed(m_plug.node); }
+
+private:
+    Evaluator& m_evaluator;
+    const Plug& m_plug;
+    const OutputEntry& m_entry;
+};
+
+Evaluator::Evaluator(graph::Graph& graph, const InstanceTable& instances,
+                     std::span<const NodeCompute* const> rows, Diagnostics& diagnostics)
+    : m_graph(graph)
+    , m_instances(instances)
+    , m_table(rows)
+    , m_diagnostics(diagnostics)
+    , m_isNoted(graph.nodeCount(), false)
+{
+}
+
+Value Evaluator::value(const Plug& plug)
+{
+    if (!plug) {
+        return {};
+    }
+    m_requests.clear();
+    if (const std::optional<Value> ready = fetch(plug)) {
+        return *ready;
+    }
+    m_stack.push_back({plug, 0});
+    while (!m_stack.empty()) {
+        step();
+    }
+    m_requests.clear();
+    return m_graph.storedValue(plug);
+}
+
+/// One attempt at the plug on top of the stack: it is finished, or what it waits for goes on top.
+void Evaluator::step()
+{
+    const Plug plug = m_stack.back().plug;
+    const SlotId slot = m_graph.ensureSlot(plug);
+    if (m_stack.back().attempts == 0) {
+        if (m_graph.node(plug.node).slots[slot].isClean) {
+            m_stack.pop_back(); // two waited for it
+            return;
+        }
+        m_inProgress.insert(keyOf(plug.node, slot));
+    }
+    const bool isStuck = ++m_stack.back().attempts > kMaxAttempts;
+    m_requests.clear();
+    m_currentPassed = 0;
+    m_currentUsesTime = false;
+    Value value = isStuck ? plain(plug) : attempt(plug);
+    if (m_requests.empty() || isStuck) {
+        finish(plug, std::move(value));
+        return;
+    }
+    for (auto request = m_requests.rbegin(); request != m_requests.rend(); ++request) {
+        m_stack.push_back({*request, 0});
+    }
+}
+
+void Evaluator::finish(const Plug& plug, Value value)
+{
+    const SlotId slotId = m_graph.ensureSlot(plug);
+    const std::uint64_t key = keyOf(plug.node, slotId);
+    const Slot& slot = m_graph.node(plug.node).slots[slotId];
+    if (!slot.isClean && !slot.value.isEmpty()) {
+        m_stored.emplace(key, slot.value);
+    }
+    m_graph.setComputed(plug, std::move(value));
+    if (m_currentPassed != 0) {
+        m_passedOf[key] = m_currentPassed;
+    } else if (!m_passedOf.empty()) {
+        m_passedOf.erase(key);
+    }
+    if (m_currentUsesTime) {
+        m_usesTime.insert(key);
+    }
+    m_inProgress.erase(key);
+    m_stack.pop_back();
+}
+
+/// The value of a plug as far as it is there; else it is put on the list of requests.
+std::optional<Value> Evaluator::fetch(const Plug& plug)
+{
+    const SlotId slotId = m_graph.findSlot(plug);
+    if (slotId != kNoSlot) {
+        const std::uint64_t key = keyOf(plug.node, slotId);
+        const Slot& slot = m_graph.node(plug.node).slots[slotId];
+        if (slot.isClean) {
+            const auto passed = m_passedOf.empty() ? m_passedOf.end() : m_passedOf.find(key);
+            if (passed != m_passedOf.end() && m_currentPassed == 0) {
+                m_currentPassed = passed->second;
+            }
+            m_currentUsesTime |= !m_usesTime.empty() && m_usesTime.count(key) != 0;
+            return slot.value;
+        }
+        if (!m_inProgress.empty() && m_inProgress.count(key) != 0) {
+            return plain(plug);
+        }
+    }
+    const bool isPending =
+        sourceOf(m_graph, plug) ||
+        m_table.of(m_graph.node(plug.node).type).find(plug.attribute) != nullptr ||
+        !geometryInputs(plug).empty();
+    if (!isPending) {
+        return plain(plug);
+    }
+    m_requests.push_back(plug);
+    return std::nullopt;
+}
+
+Value Evaluator::attempt(const Plug& plug)
+{
+    if (const Plug source = sourceOf(m_graph, plug)) {
+        return fromSource(plug, source);
+    }
+    if (const OutputEntry* entry = m_table.of(m_graph.node(plug.node).type).find(plug.attribute)) {
+        return fromNode(plug, *entry);
+    }
+    return passThrough(plug, geometryInputs(plug));
+}
+
+Value Evaluator::fromSource(const Plug& plug, const Plug& source)
+{
+    const std::optional<Value> given = fetch(source);
+    if (!given) {
+        return {};
+    }
+    const AttributeKind kind = m_graph.attribute(plug.node, plug.attribute).kind;
+    Value converted = convertValue(*given, kind);
+    return converted.isEmpty() ? plain(plug) : converted;
+}
+
+Value Evaluator::fromNode(const Plug& plug, const OutputEntry& entry)
+{
+    Context context(*this, plug, entry);
+    Expected<Value> result = entry.row->compute(context);
+    if (!m_requests.empty()) {
+        return {};
+    }
+    if (!result) {
+        noteUncomputed(plug.node, result.error().message);
+        return storedValue(plug);
+    }
+    return std::move(*result);
+}
+
+Value Evaluator::passThrough(const Plug& plug, const std::vector<Plug>& inputs)
+{
+    const bool isExact = isWithoutEffect(plug.node);
+    for (const Plug& input : inputs) {
+        const std::optional<Value> given = fetch(input);
+        if (!given) {
+            return {};
+        }
+        if (given->data<geometry::MeshData>() != nullptr) {
+            if (!isExact) {
+                noteUncomputed(plug.node);
+                notePassed(plug.node, false);
+            }
+            return *given;
+        }
+    }
+    Value stored = storedValue(plug);
+    if (stored.isEmpty()) {
+        noteUncomputed(plug.node);
+        notePassed(plug.node, true);
+    }
+    return stored;
+}
+
+/// The value that a plug had before a computed one took its place.
+Value Evaluator::storedValue(const Plug& plug) const
+{
+    if (!m_stored.empty()) {
+        const SlotId slot = m_graph.findSlot(plug);
+        const auto kept = slot == kNoSlot ? m_stored.end() : m_stored.find(keyOf(plug.node, slot));
+        if (kept != m_stored.end()) {
+            return kept->second;
+        }
+    }
+    return m_graph.storedValue(plug);
+}
+
+/// What a plug has without its sources: the stored value, else the default. Empty for a result
+/// that nothing computes.
+Value Evaluator::plain(const Plug& plug)
+{
+    Value stored = storedValue(plug);
+    if (!stored.isEmpty()) {
+        return stored;
+    }
+    const Node& node = m_graph.node(plug.node);
+    const Attribute attribute = m_graph.attribute(plug.node, plug.attribute);
+    const TypeComputes& computes = m_table.of(node.type);
+    if (computes.isTime) {
+        m_currentUsesTime = true;
+        return Value(static_cast<double>(m_time));
+    }
+    const bool isDynamic = plug.attribute >= computes.isResult.size();
+    const bool isResultOfNode =
+        isDynamic ? !node.unknownType.empty() && isResult(node.type, attribute.longName)
+                  : computes.isResult[plug.attribute];
+    if (isResultOfNode) {
+        noteUncomputed(plug.node);
+        notePassed(plug.node, true);
+        return {};
+    }
+    return isNumeric(attribute.kind) ? Value(attribute.initial) : Value();
+}
+
+/// The plugs through which geometry for an output comes in: those of its own index first choice.
+std::vector<Plug> Evaluator::geometryInputs(const Plug& output)
+{
+    const Node& node = m_graph.node(output.node);
+    const Attribute attribute = m_graph.attribute(output.node, output.attribute);
+    if (!mayBeGeometry(attribute.kind) || isGeometryInput(attribute.longName)) {
+        return {};
+    }
+    if (!node.unknownType.empty()) {
+        return unknownNodeInputs(output);
+    }
+    std::vector<Plug> inputs;
+    for (const AttributeIndex input : m_table.of(node.type).geometryInputs) {
+        const Attribute row = node.type.attribute(input);
+        const bool isInMulti =
+            row.parent != kNoAttribute && node.type.attribute(row.parent).isMulti;
+        if (!isInMulti && !row.isMulti) {
+            inputs.push_back({output.node, input, kNoSlot, -1});
+            continue;
+        }
+        const Plug array{output.node, isInMulti ? row.parent : input, kNoSlot, -1};
+        for (const std::int32_t index : m_graph.elementIndices(array)) {
+            if (output.index >= 0 && index != output.index) {
+                continue;
+            }
+            const Plug element = m_graph.element(array, index);
+            inputs.push_back(isInMulti ? m_graph.child(element, input) : element);
+            if (inputs.size() == kMaxPassedInputs) {
+                return inputs;
+            }
+        }
+    }
+    return inputs;
+}
+
+/// A node of an unknown type tells nothing of its attributes: whatever is connected may be
+/// geometry, what has the output's index first.
+std::vector<Plug> Evaluator::unknownNodeInputs(const Plug& output) const
+{
+    std::vector<Plug> inputs;
+    for (const Slot& slot : m_graph.node(output.node).slots) {
+        const Plug plug{output.node, slot.attribute, slot.context, slot.index};
+        const Plug source = m_graph.inputOf(plug);
+        if (source && !(plug == output) && inputs.size() < kMaxPassedInputs &&
+            mayBeGeometry(m_graph.attribute(source.node, source.attribute).kind)) {
+            inputs.push_back(plug);
+        }
+    }
+    std::stable_partition(inputs.begin(), inputs.end(),
+                          [&](const Plug& plug) { return plug.index == output.index; });
+    return inputs;
+}
+
+/// True for a node that is switched off: its state is "has no effect", or its envelope is zero.
+bool Evaluator::isWithoutEffect(NodeId node)
+{
+    const auto stored = [&](std::string_view name, double fallback) {
+        const AttributeIndex attribute = m_graph.findAttribute(node, name);
+        if (attribute == kNoAttribute) {
+            return fallback;
+        }
+        const Plug plug{node, attribute, kNoSlot, -1};
+        return m_graph.inputOf(plug) ? fallback : m_graph.storedValue(plug).number(fallback);
+    };
+    return stored("nodeState", 0) == 1 || stored("envelope", 1) == 0;
+}
+
+void Evaluator::noteUncomputed(NodeId node, std::string_view detail)
+{
+    if (node >= m_isNoted.size()) {
+        m_isNoted.resize(m_graph.nodeCount(), false);
+    }
+    if (m_isNoted[node]) {
+        return;
+    }
+    m_isNoted[node] = true;
+    const Node& noted = m_graph.node(node);
+    m_diagnostics.note(DiagnosticKind::UncomputedNode, typeWord(noted),
+                       detail.empty() ? std::string_view(noted.name) : detail);
+}
+
+void Evaluator::notePassed(NodeId node, bool isMissing)
+{
+    m_passed.push_back({{node, isMissing}, m_currentPassed});
+    m_currentPassed = static_cast<std::uint32_t>(m_passed.size());
+}
+
+std::vector<PassedNode> Evaluator::passedNodes(const Plug& plug) const
+{
+    std::vector<PassedNode> nodes;
+    const SlotId slot = m_graph.findSlot(plug);
+    const auto found = slot == kNoSlot ? m_passedOf.end() : m_passedOf.find(keyOf(plug.node, slot));
+    std::uint32_t at = found == m_passedOf.end() ? 0 : found->second;
+    for (; at != 0; at = m_passed[at - 1].next) {
+        nodes.push_back(m_passed[at - 1].node);
+    }
+    return nodes;
+}
+
+void Evaluator::setTime(std::int64_t ticks)
+{
+    m_time = ticks;
+    for (const std::uint64_t key : m_usesTime) {
+        Slot& slot = m_graph.node(static_cast<NodeId>(key >> 32)).slots[key & 0xffffffffU];
+        slot.isClean = false;
+        slot.value = Value();
+    }
+    m_usesTime.clear();
+}
+
+} // namespace host::eval

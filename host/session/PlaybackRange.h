@@ -1,0 +1,21 @@
+// The playback range that a scene keeps as the text of a script node.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace host::session {
+
+/// Frames; none where the script does not say.
+struct PlaybackRange {
+    std::optional<double> minimum;
+    std::optional<double> maximum;
+    std::optional<double> animationStart;
+    std::optional<double> animationEnd;
+};
+
+/// Reads "playbackOptions -min 1 -max 120 -ast 1 -aet 200" as data: flags in any order, short or
+/// long, of the first playbackOptions statement. Nothing is executed.
+PlaybackRange parsePlaybackOptions(std::string_view script);
+
+} // namespace host::session

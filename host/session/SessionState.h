@@ -1,0 +1,47 @@
+// What a Session keeps besides its graph; for the session's own sources only.
+#pragma once
+
+#include "host/eval/Evaluator.h"
+#include "host/eval/InstanceTable.h"
+#include "host/session/SceneBuilder.h"
+#include "host/session/Session.h"
+
+#include <cstdint>
+#include <map>
+#include <unordered_map>
+#include <vector>
+
+namespace host::session {
+
+/// How a mesh shape that was asked for came out.
+enum class MeshOutcome : std::uint8_t {
+    Exact,        ///< as the file stores it, or computed
+    Approximated, ///< something on the way was passed by
+    Missing,      ///< its history gave nothing
+    Empty         ///< it has neither history nor a stored mesh
+};
+
+/// Positions of the attributes that decide whether a node of one type is drawn.
+struct VisibilityAttributes {
+    AttributeIndex visibility = kNoAttribute;
+    AttributeIndex lodVisibility = kNoAttribute;
+    AttributeIndex intermediateObject = kNoAttribute;
+    AttributeIndex overrideEnabled = kNoAttribute;
+    AttributeIndex overrideVisibility = kNoAttribute;
+};
+
+struct Session::Evaluation {
+    Evaluation(graph::Graph& graph, Diagnostics& diagnostics, SceneFacts sceneFacts);
+
+    SceneFacts facts;
+    eval::InstanceTable instances;
+    eval::Evaluator evaluator;
+    bool isFile = false; ///< the scene was opened, not begun
+
+    enum class Visibility : std::uint8_t { NotAsked, Visible, Hidden };
+    std::vector<Visibility> visibility; ///< per node, at the current time
+    std::unordered_map<std::string_view, VisibilityAttributes> visibilityOfType;
+    std::map<NodeId, MeshOutcome> meshes;
+};
+
+} // namespace host::session

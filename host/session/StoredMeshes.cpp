@@ -1,0 +1,295 @@
+#include "host/session/StoredMeshes.h"
+
+#include "host/geometry/mesh/MeshData.h"
+#include "host/geometry/mesh/buildTopology.h"
+
+#include <algorithm>
+#include <limits>
+#include <string>
+
+namespace host::session {
+namespace {
+
+using geometry::MeshData;
+using graph::Graph;
+using graph::kNoSlot;
+using graph::NodeId;
+using graph::Plug;
+
+constexpr std::string_view kFirstUvSetName = "map1";
+constexpr std::size_t kMaxUvSets = 64; ///< as many as faces can refer to
+
+template<class T>
+void appendTo(std::vector<T>& list, std::vector<T>&& more)
+{
+    if (list.empty()) {
+        list = std::move(more);
+    } else {
+        list.insert(list.end(), more.begin(), more.end());
+    }
+}
+
+/// The ids of a uv set, filled up with "none" to `count` corners; made in its place if need be.
+std::vector<std::int32_t>& idsOf(PolyFaces& faces, std::int32_t set, std::size_t count)
+{
+    auto at = std::lower_bound(
+        faces.uvSets.begin(), faces.uvSets.end(), set,
+        [](const PolyFaces::UvIds& ids, std::int32_t wanted) { return ids.set < wanted; });
+    if (at == faces.uvSets.end() || at->set != set) {
+        at = faces.uvSets.insert(at, {set, {}});
+    }
+    at->ids.resize(count, -1);
+    return at->ids;
+}
+
+void appendFaces(PolyFaces& faces, PolyFaces&& more)
+{
+    if (faces.faceLoopCounts.empty() && faces.corners.empty()) {
+        faces = std::move(more);
+        return;
+    }
+    const std::size_t before = faces.corners.size();
+    for (PolyFaces::UvIds& ids : more.uvSets) {
+        appendTo(idsOf(faces, ids.set, before), std::move(ids.ids));
+    }
+    appendTo(faces.corners, std::move(more.corners));
+    appendTo(faces.loopSizes, std::move(more.loopSizes));
+    appendTo(faces.faceLoopCounts, std::move(more.faceLoopCounts));
+    for (PolyFaces::UvIds& ids : faces.uvSets) {
+        ids.ids.resize(faces.corners.size(), -1);
+    }
+}
+
+/// Takes a mesh's raw numbers out of the graph and joins them.
+class MeshAssembly {
+public:
+    MeshAssembly(Graph& graph, NodeId node) : m_graph(graph), m_node(node) {}
+
+    std::shared_ptr<const MeshData> build(PolyFaces&& faces);
+    /// What was damaged, as one sentence; empty if nothing was.
+    const std::string& damage() const { return m_damage; }
+
+private:
+    Plug plug(std::string_view name) const
+    {
+        const AttributeIndex attribute = m_graph.findAttribute(m_node, name);
+        return attribute == kNoAttribute ? Plug{} : Plug{m_node, attribute, kNoSlot, -1};
+    }
+    /// The numbers of a multi as one block, `width` for each element, and the multi emptied.
+    template<class T>
+    std::vector<T> take(const Plug& from, std::size_t width, T fallback);
+    std::vector<Vec3f> takeVectors(std::string_view name, float fallback);
+    void takeUvSets(PolyFaces& faces, const geometry::TopologyDamage& damage,
+                    std::size_t cornerCount);
+    geometry::UvSet takeUvSet(const Plug& element);
+    void takeUvIds(geometry::UvSet& set, std::vector<std::int32_t>&& ids,
+                   const geometry::TopologyDamage& damage, std::size_t cornerCount);
+    void takeInvisibleFaces(std::uint32_t faceCount);
+    void report(std::size_t count, std::string_view what);
+
+    Graph& m_graph;
+    NodeId m_node;
+    MeshData m_mesh;
+    std::string m_damage;
+};
+
+template<class T>
+std::vector<T> MeshAssembly::take(const Plug& from, std::size_t width, T fallback)
+{
+    const NumericArray* found = from ? m_graph.findNumericArray(from) : nullptr;
+    if (found == nullptr || found->width() != width) {
+        return {};
+    }
+    NumericArray& held = m_graph.numericArray(from, found->storage(), width);
+    // A lone high index must not make a block of billions.
+    const std::uint64_t limit = std::uint64_t{held.elementCount()} * 4 + 1024;
+    return held.takeDense<T>(static_cast<std::size_t>(std::min(held.endIndex(), limit)), fallback);
+}
+
+std::vector<Vec3f> MeshAssembly::takeVectors(std::string_view name, float fallback)
+{
+    const std::vector<float> numbers = take<float>(plug(name), 3, fallback);
+    std::vector<Vec3f> vectors;
+    vectors.reserve(numbers.size() / 3);
+    for (std::size_t i = 0; i + 2 < numbers.size(); i += 3) {
+        vectors.push_back({numbers[i], numbers[i + 1], numbers[i + 2]});
+    }
+    return vectors;
+}
+
+std::shared_ptr<const MeshData> MeshAssembly::build(PolyFaces&& faces)
+{
+    auto points = takeVectors("vrts", 0.0F);
+    const auto edges = take<std::int32_t>(plug("edge"), 3, 0);
+    const auto pointCount = static_cast<std::uint32_t>(
+        std::min<std::size_t>(points.size(), std::numeric_limits<std::int32_t>::max()));
+    geometry::FaceLists lists;
+    lists.corners = std::move(faces.corners);
+    lists.loopSizes = faces.loopSizes;
+    lists.faceLoopCounts = faces.faceLoopCounts;
+    geometry::BuiltTopology built = geometry::buildTopology(pointCount, edges, std::move(lists));
+    report(built.damage.badEdges, "edges");
+    report(built.damage.badFaces, "faces");
+    report(built.damage.badHoles, "holes");
+    report(built.damage.looseLoops, "loose loops");
+
+    m_mesh.topology = std::make_shared<const geometry::MeshTopology>(std::move(built.topology));
+    m_mesh.points = std::make_shared<const std::vector<Vec3f>>(std::move(points));
+    takeUvSets(faces, built.damage, m_mesh.topology->corners.size());
+    auto normals = takeVectors("normals", 1e20F);
+    if (!normals.empty()) {
+        m_mesh.lockedNormals = std::make_shared<const std::vector<Vec3f>>(std::move(normals));
+    }
+    takeInvisibleFaces(m_mesh.topology->faceCount());
+    const double weighting = m_graph.storedValue(plug("vertexNormalMethod")).number(3);
+    if (weighting >= 0 && weighting <= 3) {
+        m_mesh.normalWeighting = static_cast<geometry::NormalWeighting>(weighting);
+    }
+    return std::make_shared<const MeshData>(std::move(m_mesh));
+}
+
+void MeshAssembly::takeUvSets(PolyFaces& faces, const geometry::TopologyDamage& damage,
+                              std::size_t cornerCount)
+{
+    const Plug sets = plug("uvSet");
+    if (!sets) {
+        return;
+    }
+    std::vector<std::int32_t> indices = m_graph.elementIndices(sets);
+    indices.resize(std::min(indices.size(), kMaxUvSets));
+    for (const std::int32_t index : indices) {
+        geometry::UvSet set = takeUvSet(m_graph.element(sets, index));
+        const auto ids = std::find_if(
+            faces.uvSets.begin(), faces.uvSets.end(),
+            [index](const PolyFaces::UvIds& candidate) { return candidate.set == index; });
+        if (ids != faces.uvSets.end()) {
+            takeUvIds(set, std::move(ids->ids), damage, cornerCount);
+        }
+        if (set.name.empty() && m_mesh.uvSets.empty()) {
+            set.name = kFirstUvSetName;
+        }
+        m_mesh.uvSets.push_back(std::move(set));
+    }
+    const auto current = m_graph.storedValue(plug("currentUVSet")).data<std::string>();
+    if (current != nullptr && !current->empty()) {
+        m_mesh.currentUvSet = *current;
+    } else if (!m_mesh.uvSets.empty()) {
+        m_mesh.currentUvSet = m_mesh.uvSets.front().name;
+    }
+}
+
+geometry::UvSet MeshAssembly::takeUvSet(const Plug& element)
+{
+    geometry::UvSet set;
+    const AttributeIndex name = m_graph.findAttribute(m_node, "uvSetName");
+    const AttributeIndex points = m_graph.findAttribute(m_node, "uvSetPoints");
+    if (name != kNoAttribute) {
+        const auto text = m_graph.storedValue(m_graph.child(element, name)).data<std::string>();
+        set.name = text != nullptr ? *text : std::string();
+    }
+    if (points != kNoAttribute) {
+        const std::vector<float> numbers = take<float>(m_graph.child(element, points), 2, 0.0F);
+        std::vector<Vec2f> pairs;
+        pairs.reserve(numbers.size() / 2);
+        for (std::size_t i = 0; i + 1 < numbers.size(); i += 2) {
+            pairs.push_back({numbers[i], numbers[i + 1]});
+        }
+        set.points = std::make_shared<const std::vector<Vec2f>>(std::move(pairs));
+    }
+    return set;
+}
+
+void MeshAssembly::takeUvIds(geometry::UvSet& set, std::vector<std::int32_t>&& ids,
+                             const geometry::TopologyDamage& damage, std::size_t cornerCount)
+{
+    geometry::removeCorners(ids, damage.droppedCorners, cornerCount);
+    const auto pointCount =
+        static_cast<std::int64_t>(set.points != nullptr ? set.points->size() : 0);
+    std::size_t bad = 0;
+    bool hasAny = false;
+    for (std::int32_t& id : ids) {
+        if (id < -1 || id >= pointCount) {
+            id = -1;
+            ++bad;
+        }
+        hasAny |= id >= 0;
+    }
+    report(bad, "texture coordinate numbers");
+    if (hasAny) {
+        set.corners = std::make_shared<const std::vector<std::int32_t>>(std::move(ids));
+    }
+}
+
+void MeshAssembly::takeInvisibleFaces(std::uint32_t faceCount)
+{
+    const auto held = m_graph.storedValue(plug("holeFaceData")).data<PolyComponentData>();
+    if (held == nullptr || held->domain != PolyComponentData::Domain::Face) {
+        return;
+    }
+    std::vector<std::uint32_t> faces = held->indices;
+    std::sort(faces.begin(), faces.end());
+    faces.erase(std::unique(faces.begin(), faces.end()), faces.end());
+    faces.erase(std::lower_bound(faces.begin(), faces.end(), faceCount), faces.end());
+    if (!faces.empty()) {
+        m_mesh.invisibleFaces =
+            std::make_shared<const std::vector<std::uint32_t>>(std::move(faces));
+    }
+}
+
+void MeshAssembly::report(std::size_t count, std::string_view what)
+{
+    if (count == 0) {
+        return;
+    }
+    m_damage +=
+        (m_damage.empty() ? "" : ", ") + std::to_string(count) + " bad " + std::string(what);
+}
+
+} // namespace
+
+bool StoredMeshes::append(NodeId mesh, std::uint32_t first, PolyFaces&& faces)
+{
+    const auto [entry, isNew] = m_faces.try_emplace(mesh);
+    if (isNew) {
+        addMesh(mesh);
+    }
+    const bool follows = entry->second.faceLoopCounts.size() == first;
+    appendFaces(entry->second, std::move(faces));
+    return follows;
+}
+
+void StoredMeshes::addMesh(NodeId mesh)
+{
+    if (m_inOrder.empty() || m_inOrder.back() != mesh) {
+        m_inOrder.push_back(mesh);
+    }
+}
+
+void StoredMeshes::build(Graph& graph, Diagnostics& diagnostics)
+{
+    std::sort(m_inOrder.begin(), m_inOrder.end());
+    m_inOrder.erase(std::unique(m_inOrder.begin(), m_inOrder.end()), m_inOrder.end());
+    for (const NodeId node : m_inOrder) {
+        const AttributeIndex stored = graph.findAttribute(node, "cachedInMesh");
+        if (stored == kNoAttribute) {
+            continue;
+        }
+        MeshAssembly assembly(graph, node);
+        const auto found = m_faces.find(node);
+        PolyFaces faces;
+        if (found != m_faces.end()) {
+            faces = std::move(found->second);
+            m_faces.erase(found);
+        }
+        const auto mesh = assembly.build(std::move(faces));
+        if (!assembly.damage().empty()) {
+            diagnostics.note(DiagnosticKind::DamagedGeometry, "mesh",
+                             graph.node(node).name + ": " + assembly.damage());
+        }
+        graph.setValue({node, stored, kNoSlot, -1}, Value(mesh));
+    }
+    m_inOrder.clear();
+    m_faces.clear();
+}
+
+} // namespace host::session

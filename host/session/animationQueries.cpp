@@ -1,0 +1,82 @@
+// Whether a node is animated. The graph is searched; nothing is evaluated. This is the one place
+// that decides what counts: curves do, driven ones too; expressions, dynamics, and the targets of
+// constraints do not.
+#include "host/session/SessionState.h"
+
+#include <algorithm>
+#include <array>
+
+namespace host::session {
+namespace {
+
+using graph::Graph;
+using graph::Slot;
+
+/// Nodes that hand animation on.
+constexpr std::array<std::string_view, 5> kCarriers{"blendWeighted", "character", "mute",
+                                                    "pairBlend", "unitConversion"};
+
+bool isCurve(NodeType type)
+{
+    return type.name().starts_with("animCurve");
+}
+
+bool isCarrier(NodeType type)
+{
+    return type.name().starts_with("animBlendNode") ||
+           std::find(kCarriers.begin(), kCarriers.end(), type.name()) != kCarriers.end();
+}
+
+void addSources(const Graph& graph, NodeId node, std::vector<Plug>& sources)
+{
+    for (const Slot& slot : graph.node(node).slots) {
+        if (slot.input != 0xffffffff) {
+            sources.push_back(graph.connections()[slot.input].source);
+        }
+    }
+}
+
+} // namespace
+
+bool Session::isFedByCurve(NodeId node) const
+{
+    std::vector<Plug> sources;
+    addSources(*m_graph, node, sources);
+    std::vector<NodeId> met;
+    while (!sources.empty()) {
+        const Plug source = sources.back();
+        sources.pop_back();
+        const NodeType type = m_graph->node(source.node).type;
+        if (isCurve(type)) {
+            return true;
+        }
+        if (type.name() == "character") {
+            // It holds the channels of many objects: only this one's counts.
+            if (const Plug above = m_graph->inputOf(source)) {
+                sources.push_back(above);
+            }
+            continue;
+        }
+        if (isCarrier(type) && std::find(met.begin(), met.end(), source.node) == met.end()) {
+            met.push_back(source.node);
+            addSources(*m_graph, source.node, sources);
+        }
+    }
+    return false;
+}
+
+bool Session::isAnimated(NodeId node) const
+{
+    return node != kWorld && node < m_graph->nodeCount() && isFedByCurve(node);
+}
+
+bool Session::isAnimated(const DagPath& path, bool checkParents) const
+{
+    if (!checkParents) {
+        return isAnimated(path.end());
+    }
+    return std::any_of(path.nodes.begin(), path.nodes.end(),
+                       [this](NodeId node) { return isAnimated(node); });
+}
+
+} // namespace host::session

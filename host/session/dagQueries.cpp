@@ -1,0 +1,156 @@
+// Paths, instance numbers, visibility and matrices.
+#include "host/session/SessionState.h"
+
+#include <algorithm>
+
+namespace host::session {
+namespace {
+
+using graph::Graph;
+using graph::Node;
+
+/// The path of one instance, from its end up.
+DagPath pathOf(const eval::InstanceTable& instances, NodeId node, std::uint32_t instance)
+{
+    DagPath path;
+    while (node != kWorld && path.nodes.size() <= graph::kMaxDagDepth) {
+        path.nodes.push_back(node);
+        const eval::InstanceTable::Step above = instances.above(node, instance);
+        if (above.parent == kNoNode) {
+            return {};
+        }
+        node = above.parent;
+        instance = above.instance;
+    }
+    std::reverse(path.nodes.begin(), path.nodes.end());
+    return path;
+}
+
+VisibilityAttributes visibilityAttributes(NodeType type)
+{
+    VisibilityAttributes found;
+    found.visibility = type.findAttribute("visibility");
+    found.lodVisibility = type.findAttribute("lodVisibility");
+    found.intermediateObject = type.findAttribute("intermediateObject");
+    found.overrideEnabled = type.findAttribute("overrideEnabled");
+    found.overrideVisibility = type.findAttribute("overrideVisibility");
+    return found;
+}
+
+Plug topPlug(NodeId node, AttributeIndex attribute)
+{
+    return attribute == kNoAttribute ? Plug{} : Plug{node, attribute, graph::kNoSlot, -1};
+}
+
+} // namespace
+
+std::vector<DagPath> Session::pathsTo(NodeId node) const
+{
+    std::vector<DagPath> paths;
+    const std::uint32_t count = m_evaluation->instances.pathCount(node);
+    for (std::uint32_t instance = 0; instance < count; ++instance) {
+        paths.push_back(pathOf(m_evaluation->instances, node, instance));
+    }
+    return paths;
+}
+
+DagPath Session::firstPathTo(NodeId node) const
+{
+    return pathOf(m_evaluation->instances, node, 0);
+}
+
+std::uint32_t Session::instanceNumber(const DagPath& path) const
+{
+    std::uint32_t instance = 0;
+    NodeId parent = kWorld;
+    for (const NodeId node : path.nodes) {
+        instance += m_evaluation->instances.firstThrough(node, parent);
+        parent = node;
+    }
+    return instance;
+}
+
+bool Session::isInstanced(const DagPath& path) const
+{
+    return m_evaluation->instances.pathCount(path.end()) > 1;
+}
+
+std::string Session::fullPathName(const DagPath& path) const
+{
+    std::string name;
+    for (const NodeId node : path.nodes) {
+        name += '|';
+        name += m_graph->node(node).name;
+    }
+    return name;
+}
+
+/// Visible unless switched off by itself, by a level-of-detail group, as an intermediate object, or
+/// by an enabled override. Template and reference display hide nothing. This is the one place that
+/// decides what hides.
+bool Session::isNodeVisible(NodeId node)
+{
+    if (m_graph->node(node).slots.empty()) {
+        return true; // all at their defaults
+    }
+    const NodeType type = m_graph->node(node).type;
+    const auto [known, isNew] = m_evaluation->visibilityOfType.try_emplace(type.name());
+    if (isNew) {
+        known->second = visibilityAttributes(type);
+    }
+    const VisibilityAttributes& own = known->second;
+    const auto isOn = [&](AttributeIndex attribute, bool fallback) {
+        return number(topPlug(node, attribute), fallback ? 1 : 0) != 0;
+    };
+    if (!isOn(own.visibility, true) || !isOn(own.lodVisibility, true) ||
+        isOn(own.intermediateObject, false)) {
+        return false;
+    }
+    return !isOn(own.overrideEnabled, false) || isOn(own.overrideVisibility, true);
+}
+
+bool Session::isVisible(const DagPath& path)
+{
+    using Visibility = Evaluation::Visibility;
+    for (const NodeId node : path.nodes) {
+        Visibility& known = m_evaluation->visibility[node];
+        if (known == Visibility::NotAsked) {
+            known = isNodeVisible(node) ? Visibility::Visible : Visibility::Hidden;
+        }
+        if (known == Visibility::Hidden) {
+            return false;
+        }
+    }
+    return true;
+}
+
+Matrix4 Session::inclusiveMatrix(const DagPath& path)
+{
+    Matrix4 world;
+    for (const NodeId node : path.nodes) {
+        const NodeType type = m_graph->node(node).type;
+        if (!type.isTransform()) {
+            continue;
+        }
+        const Plug offset = topPlug(node, type.findAttribute("offsetParentMatrix"));
+        const Plug inherits = topPlug(node, type.findAttribute("inheritsTransform"));
+        Matrix4 local = localMatrix(node).valueOr(Matrix4{});
+        if (const auto matrix = value(offset).data<Matrix4>()) {
+            local = local * *matrix;
+        }
+        world = number(inherits, 1) != 0 ? local * world : local;
+    }
+    return world;
+}
+
+Expected<Matrix4> Session::localMatrix(NodeId node)
+{
+    if (node >= m_graph->nodeCount() || !m_graph->node(node).type.isTransform()) {
+        return Error{ErrorCode::InvalidParameter, "not a transform", {}};
+    }
+    const auto matrix =
+        value(topPlug(node, m_graph->findAttribute(node, "matrix"))).data<Matrix4>();
+    return matrix != nullptr ? *matrix : Matrix4{};
+}
+
+} // namespace host::session
