@@ -151,8 +151,8 @@ TEST_F(Driver, NarrowsCameraVectorsToFloats)
 {
     const std::string text = exported(
         "createNode transform -n \"c\";\nsetAttr \".t\" -type \"double3\" 1.23456789 0 0 ;\n"
-        "setAttr \".ry\" 90;\ncreateNode camera -n \"cShape\" -p \"c\";\n");
-    const std::string block = text.substr(text.find("camera \"c\""));
+        "setAttr \".ry\" 90;\ncreateNode camera -n \"camShape\" -p \"c\";\n");
+    const std::string block = text.substr(text.find("camera \"cam\""));
     EXPECT_TRUE(has(block, "position 1.23457 0 0\n")) << block;
     EXPECT_TRUE(has(block, "direction -1 0 ")) << block;
     EXPECT_TRUE(has(block, "up 0 1 0\n")) << block;
