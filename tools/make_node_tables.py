@@ -318,9 +318,9 @@ KIND_BY_NAME = [
     (r"\w*[gG]eometry(Path)?|\w*Geom|inputGeomTarget|surface", "Geometry"),
     (r"\w*[cC]urve(OnSurface)?s?[1-4]?|inputProfile[12]?|inputRail[12]|output3dCurve", "NurbsCurve"),
     (r"\w*[sS]urfaces?[1-5]?", "NurbsSurface"),
-    (r"outAlpha|\w+[XYZRGBUVxyzHS]|[uv]Coord|outComp[123]|outSingle", "Float"),
-    (r"weights", "Double"),
+    (r"outAlpha", "Float"), (r"weights", "Double"),
 ]
+COMPONENT_NAMES = r"\w+[XYZRGBUVxyzHS]|[uv]Coord|outComp[123]|outSingle"  # of compounds, else of type Float
 # Numbers known to carry a unit: which one, by name; the first that fits. Anything else is a length.
 UNIT_BY_NAME = [
     (r"\w*[tT]ime\w*|start|hold|source(Start|End)|ghostRange\w*|\w*(Clip)?(Start|End)Frame|(start|end)Frame"
@@ -345,10 +345,16 @@ PLACED_TYPES = {
 DROPPED_TYPES = {"renderPartition", "componentList", "mentalrayIblShape"}
 CONCRETE_WITHOUT_ROWS = {"dagNode", "nParticle", "fluidShape"}
 
-# Attributes that files use and the lists lack: type -> long name, short name, type, initial, compound, position.
+# Attributes that files use and the lists lack or place differently: type -> long name, short name, type, initial, compound, position.
 ADDED_ATTRIBUTES = {
     "blendShape": [("directoryParentVisibility", "dpvs", "bool", "1", "targetDirectory", 20),
                    ("directoryWeight", "dwgh", "float", "1", "targetDirectory", 21)],
+    # A layer's drawInfo feeds the drawOverride of its members child by child: the same order as there.
+    "displayLayer": [("hideOnPlayback", "hpb", "bool", "0", "drawInfo", 7),
+                     ("overrideRGBColors", "ovrgbf", "bool", "0", "drawInfo", 8),
+                     ("color", "c", "byte", "0", "drawInfo", 9),
+                     ("overrideColorRGB", "ovrgb", "float3", "", "drawInfo", 10),
+                     ("overrideColorA", "ovca", "float", "1", "drawInfo", 11)],
 }
 
 FUNCTION_SETS = {
@@ -385,6 +391,7 @@ def read_facts(path):
         facts[name].append(Fact(long, short, kind, initial, multi == "1", parent, base, int(position or 0)))
     for name, added in ADDED_ATTRIBUTES.items():
         for long, short, kind, initial, parent, position in added:
+            facts[name] = [fact for fact in facts[name] if fact.long != long]
             facts[name].append(Fact(long, short, kind, initial, False, parent, name, position))
     return facts
 
@@ -422,7 +429,9 @@ def kind_of(type_name, fact, has_children):
     if fact.type == "output/other":
         if has_children:
             return "Compound"
-        return first_fit(KIND_BY_PARENT, fact.parent) or first_fit(KIND_BY_NAME, fact.long) or "Any"
+        is_component = fact.parent and re.fullmatch(COMPONENT_NAMES, fact.long)
+        return (first_fit(KIND_BY_PARENT, fact.parent) or first_fit(KIND_BY_NAME, fact.long)
+                or ("Float" if is_component else "Any"))
     if fact.type.endswith("?unit"):
         kind = first_fit(UNIT_BY_NAME, fact.long) or "DoubleLinear"
         return kind.replace("Double", "Float") if fact.type.startswith("float") else kind

@@ -8,6 +8,8 @@
 namespace host::graph {
 namespace {
 
+constexpr std::size_t kMaxVector = 4; // numbers; compounds of more are records, met part by part
+
 /// Kinds that can stand for each other.
 enum class Family : std::uint8_t { Number, Text, Matrix, Numbers, Points, Geometry, Other };
 
@@ -85,9 +87,9 @@ std::optional<std::size_t> countNumbers(const Graph& graph, NodeId node, Attribu
 
 } // namespace
 
-/// Numbers meet numbers, as many as there are; data meets data of its family; messages and parts of
-/// compounds meet all but numbers and text. Files are right more often than tables: what is not
-/// known to be wrong passes.
+/// Numbers meet numbers, vectors those of equal length; data meets data of its family; messages and
+/// parts of compounds meet all but numbers and text. Files are right more often than tables: what
+/// is not known to be wrong passes.
 Expected<void> Graph::checkKinds(const Plug& source, const Plug& destination) const
 {
     const AttributeKind from = attribute(source.node, source.attribute).kind;
@@ -98,7 +100,8 @@ Expected<void> Graph::checkKinds(const Plug& source, const Plug& destination) co
     if (areNumbers && !(isNumeric(from) && isNumeric(to))) {
         const auto given = countNumbers(*this, source.node, source.attribute);
         const auto taken = countNumbers(*this, destination.node, destination.attribute);
-        isGood = !given || !taken || *given == *taken;
+        const bool areRecords = given > kMaxVector && taken > kMaxVector;
+        isGood = !given || !taken || *given == *taken || areRecords;
     }
     if (isGood) {
         return {};

@@ -166,6 +166,11 @@ TEST_F(GraphConnections, LetsMessagesAndUnknownKindsMeetWhatFilesConnect)
     EXPECT_TRUE(
         graph.connect(plug(sg, "mwc"), graph.child(group, graph.findAttribute(shape, "gco"))));
     EXPECT_TRUE(graph.connect(group, graph.element(plug(sg, "dsm"), 1)));
+    const NodeId layer = graph.createNode(NodeType::find("displayLayer"), "layer", kWorld);
+    EXPECT_TRUE(graph.connect(plug(layer, "drawInfo"), plug(a, "drawOverride")));
+    const NodeId skin = graph.createNode(NodeType::find("skinCluster"), "skin", kWorld);
+    const NodeId set = graph.createNode(NodeType::find("objectSet"), "set", kWorld);
+    EXPECT_TRUE(graph.connect(plug(skin, "msg"), graph.element(plug(set, "ub"), 0)));
 }
 
 TEST_F(GraphConnections, ReplacesOneOfManyDestinationsInOneStep)

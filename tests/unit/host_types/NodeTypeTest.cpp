@@ -420,6 +420,18 @@ TEST(NodeType, LetsTypesWithoutOwnListsHaveThoseOfTheirRelatives)
     EXPECT_NE(NodeType::find("dagNode").findAttribute("worldMatrix"), kNoAttribute);
 }
 
+TEST(NodeType, OrdersTheOverridesOfLayersAndMembersAlike)
+{
+    const auto layer = childrenOf("displayLayer", "drawInfo");
+    const auto member = childrenOf("transform", "drawOverride");
+    ASSERT_EQ(layer.size(), member.size());
+    for (std::size_t i = 0; i < layer.size(); ++i) {
+        EXPECT_EQ(layer[i].kind, member[i].kind) << layer[i].longName << " " << member[i].longName;
+    }
+    EXPECT_EQ(layer[6].longName, "visibility");
+    EXPECT_EQ(member[6].longName, "overrideVisibility");
+}
+
 TEST(NodeType, MakesUpTheChildrenOfVectorsThatHaveNone)
 {
     expectVector("standardSurface", "outColor", 3, AttributeKind::Float);
