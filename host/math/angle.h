@@ -7,19 +7,23 @@
 
 namespace host {
 
-/// atan(x) for |x| <= tan(pi / 8), by its power series; error below 1e-15.
+/// atan(x) for |x| <= tan(pi / 8), by its power series; error below 1e-12. Summed in two halves
+/// that a processor can work on at once.
 inline double arcTangentOfSmall(double x)
 {
     const double s = x * x;
-    double sum = 0;
-    for (int odd = 35; odd >= 1; odd -= 2) {
-        sum = 1.0 / odd - s * sum;
+    const double q = s * s;
+    double even = 1.0 / 25;
+    double odd = 1.0 / 27;
+    for (int i = 21; i >= 1; i -= 4) {
+        even = 1.0 / i + q * even;
+        odd = 1.0 / (i + 2) + q * odd;
     }
-    return x * sum;
+    return x * (even - s * odd);
 }
 
 /// The angle in [0, pi] whose sine and cosine are in the ratio sine : cosine; `sine` >= 0, any
-/// common length. 0 when both are 0. Absolute error below 1e-14.
+/// common length. 0 when both are 0. Absolute error below 1e-12.
 inline double angleOf(double sine, double cosine)
 {
     using std::numbers::pi;

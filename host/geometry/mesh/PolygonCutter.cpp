@@ -5,8 +5,10 @@
 namespace host::geometry {
 namespace {
 
-constexpr std::int64_t kVisitsPerCorner = 2000;
+// The budget, in visits of a node; common shapes take ten to two hundred for each of their corners.
+constexpr std::int64_t kVisitsPerCorner = 1000;
 constexpr std::int64_t kLeastVisits = 1000000;
+constexpr std::int64_t kVisitsPerTest = 8; ///< what a look into the grid costs before it finds any
 
 void cutFan(std::uint32_t count, std::vector<std::uint32_t>& triangles)
 {
@@ -125,14 +127,16 @@ bool PolygonCutter::isEar(std::uint32_t node, Strictness strictness)
     const PlanePoint& a = m_ring[m_ring[node].previous].place;
     const PlanePoint& b = m_ring[node].place;
     const PlanePoint& c = m_ring[m_ring[node].next].place;
-    const PlanePoint low{std::min({a.x, b.x, c.x}), std::min({a.y, b.y, c.y})};
-    const PlanePoint high{std::max({a.x, b.x, c.x}), std::max({a.y, b.y, c.y})};
-    std::int64_t visits = 1;
-    const bool isBlocked = m_grid.anyIn(low, high, [&](std::uint32_t other) {
+    const double lowX = std::min({a.x, b.x, c.x});
+    const double highX = std::max({a.x, b.x, c.x});
+    const double lowY = std::min({a.y, b.y, c.y});
+    const double highY = std::max({a.y, b.y, c.y});
+    std::int64_t visits = kVisitsPerTest;
+    const bool isBlocked = m_grid.anyNear({a, b, c}, [&](std::uint32_t other) {
         ++visits;
         const PlanePoint& p = m_ring[other].place;
-        return p.x >= low.x && p.x <= high.x && p.y >= low.y && p.y <= high.y &&
-               m_grid.has(other) && blocks(other, node, strictness);
+        return p.x >= lowX && p.x <= highX && p.y >= lowY && p.y <= highY && m_grid.has(other) &&
+               blocks(other, node, strictness);
     });
     m_budget -= visits;
     return !isBlocked;

@@ -3,6 +3,9 @@
 
 #include "host/geometry/mesh/PlanarRing.h"
 
+#include <algorithm>
+#include <array>
+
 namespace host::geometry {
 
 /// Holds the nodes of a ring at which it does not turn left: only these can be in the way of an
@@ -18,17 +21,16 @@ public:
     /// Most of what the cells hold is gone: time to build again.
     bool isSparse() const { return m_count < m_built / 2; }
 
-    /// Calls `visit(node)` for the nodes in the cells that a box meets, until it returns true; more
-    /// nodes than those in the box are visited. Returns whether it did.
+    /// Calls `visit(node)` for the nodes in the cells that a triangle meets, until it returns true;
+    /// more nodes than those in the triangle are visited. Returns whether it did.
     template<class Visit>
-    bool anyIn(const PlanePoint& low, const PlanePoint& high, const Visit& visit) const
+    bool anyNear(const std::array<PlanePoint, 3>& triangle, const Visit& visit) const
     {
-        const std::uint32_t lastRow = rowOf(high.y);
-        const std::uint32_t lastColumn = columnOf(high.x);
-        for (std::uint32_t row = rowOf(low.y); row <= lastRow; ++row) {
-            const std::uint32_t first = m_cellStart[row * m_columns + columnOf(low.x)];
-            const std::uint32_t end = m_cellStart[row * m_columns + lastColumn + 1];
-            for (std::uint32_t i = first; i < end; ++i) {
+        const CellRange rows = rowsOf(triangle);
+        for (std::uint32_t row = rows.first; row < rows.end; ++row) {
+            const CellRange columns = columnsInRow(triangle, row);
+            const std::uint32_t end = m_cellStart[row * m_columns + columns.end];
+            for (std::uint32_t i = m_cellStart[row * m_columns + columns.first]; i < end; ++i) {
                 if (visit(m_nodes[i])) {
                     return true;
                 }
@@ -38,10 +40,18 @@ public:
     }
 
 private:
+    struct CellRange {
+        std::uint32_t first = 0;
+        std::uint32_t end = 0;
+    };
+
+    CellRange rowsOf(const std::array<PlanePoint, 3>& triangle) const;
+    CellRange columnsInRow(const std::array<PlanePoint, 3>& triangle, std::uint32_t row) const;
     std::uint32_t columnOf(double x) const;
     std::uint32_t rowOf(double y) const;
 
-    PlanePoint m_low;
+    PlanePoint m_low; ///< with m_high, the box round the nodes
+    PlanePoint m_high;
     double m_perCell = 0; ///< cells per step of the plane
     std::uint32_t m_columns = 1;
     std::uint32_t m_rows = 1;

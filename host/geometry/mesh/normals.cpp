@@ -81,6 +81,7 @@ private:
     {
         return id < m_locked.size() && isLocked(m_locked[id]);
     }
+    std::uint32_t sumOf(std::uint32_t id) const { return m_hasSumPerId ? id : m_shared.rankOf(id); }
     void findShared();
     void addFace(std::uint32_t face);
     void addCorner(std::size_t i, std::size_t loopFirst, std::size_t loopEnd, std::uint32_t id,
@@ -97,8 +98,9 @@ private:
     RankedSet m_shared; ///< ids of fans with several corners, not locked
     std::vector<Vec3f> m_normals;
     std::vector<bool> m_hasNormal; ///< a polygon's normal stands in m_normals
-    std::vector<NormalSum> m_sums;
-    std::vector<Vec3d> m_face; ///< corners of the face at hand
+    std::vector<NormalSum> m_sums; ///< by id, or by rank among the shared ones
+    bool m_hasSumPerId = false;    ///< nearly all are shared: ranks would save nothing
+    std::vector<Vec3d> m_face;     ///< corners of the face at hand
     std::vector<std::uint32_t> m_loopEnds;
 };
 
@@ -112,13 +114,14 @@ void FanNormals::findShared()
             m_shared.add(id);
         }
     }
-    m_sums.resize(m_shared.rank());
+    const std::uint32_t count = m_shared.rank();
+    m_hasSumPerId = count > m_ids.count / 4 * 3;
+    m_sums.resize(m_hasSumPerId ? m_ids.count : count);
 }
 
 /// Collects the corners of a face; false when none of them needs a computed normal.
 bool FanNormals::gather(std::uint32_t face)
 {
-    m_face.clear();
     m_loopEnds.clear();
     const std::uint32_t first = m_topology.firstCorner(face);
     const std::uint32_t end = m_topology.endCorner(face);
@@ -129,8 +132,9 @@ bool FanNormals::gather(std::uint32_t face)
     if (!isNeeded) {
         return false;
     }
+    m_face.resize(end - first);
     for (std::uint32_t corner = first; corner < end; ++corner) {
-        m_face.push_back(toDouble(m_points[m_vertices[corner]]));
+        m_face[corner - first] = toDouble(m_points[m_vertices[corner]]);
     }
     for (std::uint32_t loop = m_topology.firstLoop(face); loop < m_topology.firstLoop(face + 1);
          ++loop) {
@@ -158,7 +162,7 @@ void FanNormals::addCorner(std::size_t i, std::size_t loopFirst, std::size_t loo
     if (m_weighting == NormalWeighting::Area || m_weighting == NormalWeighting::AngleAndArea) {
         weight *= plane.area;
     }
-    NormalSum& sum = m_sums[m_shared.rankOf(id)];
+    NormalSum& sum = m_sums[sumOf(id)];
     sum.vector = sum.vector + plane.normal * weight;
     sum.length += weight;
 }
@@ -195,7 +199,7 @@ void FanNormals::finish()
         if (!m_shared.has(id)) {
             continue;
         }
-        const NormalSum& sum = m_sums[m_shared.rankOf(id)];
+        const NormalSum& sum = m_sums[sumOf(id)];
         const double size = length(sum.vector);
         if (size > kVanishing * sum.length && std::isfinite(size)) {
             m_normals[id] = toFloat(sum.vector * (1 / size));

@@ -2,14 +2,14 @@
 
 #include "host/geometry/mesh/PolygonCutter.h"
 #include "host/geometry/mesh/polygon.h"
-#include "host/math/angle.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace host::geometry {
 namespace {
 
-constexpr double kAngleTie = 1e-4; ///< radians
+constexpr double kAngleTie = 1e-4; ///< radians, and as good as its own sine
 /// Sine below which a corner counts as straight; the choice by angles suits those as well.
 constexpr double kStraight = 1e-9;
 
@@ -52,7 +52,9 @@ private:
     Vec3d pointAt(std::uint32_t corner) const { return toDouble(m_points[m_vertices[corner]]); }
     void addTriangle(std::uint32_t a, std::uint32_t b, std::uint32_t c)
     {
-        m_result.corners.insert(m_result.corners.end(), {a, b, c});
+        m_result.corners.push_back(a);
+        m_result.corners.push_back(b);
+        m_result.corners.push_back(c);
     }
     void addFace(std::uint32_t face);
     void addQuad(std::uint32_t first);
@@ -159,12 +161,11 @@ std::uint32_t bestDiagonal(const std::array<Vec3d, 4>& quad)
         smaller(smallestAngle(quad[0], quad[1], quad[2]), smallestAngle(quad[0], quad[2], quad[3]));
     const SineCosine one =
         smaller(smallestAngle(quad[0], quad[1], quad[3]), smallestAngle(quad[1], quad[2], quad[3]));
-    // Without computing the angles where corner 1 wins or ties exactly.
-    if (zero.sine * one.cosine <= one.sine * zero.cosine) {
-        return 1;
-    }
-    const double gain = angleOf(zero.sine, zero.cosine) - angleOf(one.sine, one.cosine);
-    return gain > kAngleTie ? 0 : 1;
+    // The sine of how much larger the angle of the first diagonal is; both are up to 60 degrees.
+    const double gain = zero.sine * one.cosine - one.sine * zero.cosine;
+    const double scale = std::sqrt((zero.sine * zero.sine + zero.cosine * zero.cosine) *
+                                   (one.sine * one.sine + one.cosine * one.cosine));
+    return gain > kAngleTie * scale ? 0 : 1;
 }
 
 Triangulation triangulate(const MeshTopology& topology, std::span<const std::uint32_t> vertices,

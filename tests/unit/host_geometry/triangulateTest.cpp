@@ -529,7 +529,9 @@ private:
 TEST(Triangulate, PatchesOfCellsThatTouchThemselvesAndTheirHolesAreCovered)
 {
     std::mt19937 random(2024);
-    for (int round = 0; round < 1500; ++round) {
+    int tested = 0;
+    int withHoles = 0;
+    for (int round = 0; round < 4500; ++round) {
         const int side = 3 + static_cast<int>(random() % 12);
         const Patch patch(random, side, 1 + static_cast<int>(random() % (side * side)));
         auto loops = patch.loops(round % 2 == 0);
@@ -558,12 +560,16 @@ TEST(Triangulate, PatchesOfCellsThatTouchThemselvesAndTheirHolesAreCovered)
             }
             ends.push_back(static_cast<std::uint32_t>(points.size()));
         }
+        ++tested;
+        withHoles += ends.size() > 1 ? 1 : 0;
         expectCover(polygon(points, ends), 5. * patch.cellCount(),
                     points.size() + 2 * (ends.size() - 1) - 2);
         if (HasFailure()) {
             FAIL() << "round " << round << ", " << patch.cellCount() << " cells";
         }
     }
+    EXPECT_GT(tested, 3000);
+    EXPECT_GT(withHoles, 500);
 }
 
 TEST(Triangulate, HugePolygonIsCoveredInShortTime)
