@@ -49,6 +49,7 @@ const TypeComputes& ComputeTable::of(NodeType type)
 
 void ComputeTable::resolve(NodeType type, TypeComputes& result) const
 {
+    bool takesGeometry = false;
     for (const NodeCompute* row : m_rows) {
         if (!type.isA(row->type)) {
             continue;
@@ -56,6 +57,7 @@ void ComputeTable::resolve(NodeType type, TypeComputes& result) const
         auto inputs = std::make_unique<std::vector<AttributeIndex>>();
         for (const std::string_view name : row->inputs) {
             inputs->push_back(type.findAttribute(name));
+            takesGeometry |= isGeometryInput(name);
         }
         for (std::size_t output = 0; output < row->outputs.size(); ++output) {
             const AttributeIndex attribute = type.findAttribute(row->outputs[output]);
@@ -68,7 +70,7 @@ void ComputeTable::resolve(NodeType type, TypeComputes& result) const
     result.isTime = type.isA("time");
     for (AttributeIndex attribute = 0; attribute < type.attributeCount(); ++attribute) {
         const Attribute row = type.attribute(attribute);
-        if (isGeometryInput(row.longName)) {
+        if (!takesGeometry && isGeometryInput(row.longName)) {
             result.geometryInputs.push_back(attribute);
         }
         result.isResult.push_back(row.kind != AttributeKind::Message &&

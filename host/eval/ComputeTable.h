@@ -23,6 +23,7 @@ struct OutputEntry {
 struct TypeComputes {
     std::vector<OutputEntry> outputs; ///< ascending attributes
     std::vector<std::unique_ptr<std::vector<AttributeIndex>>> inputLists;
+    /// What the type hands geometry on from; empty where a computation takes it in.
     std::vector<AttributeIndex> geometryInputs;
     std::vector<bool> isResult; ///< per attribute: computed by the node, never stored
     bool isTime = false;        ///< the type is that of the scene's clock

@@ -1,2 +1,4 @@
 set(SOURCES
+    EvaluatorTest.cpp
+    InstanceTableTest.cpp
 )

@@ -1,2 +1,5 @@
 set(SOURCES
+    meshTest.cpp
+    smallNodesTest.cpp
+    transformTest.cpp
 )
