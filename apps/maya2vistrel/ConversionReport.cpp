@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <memory>
 #include <random>
+#include <string_view>
 
 using nlohmann::json;
 
@@ -33,6 +34,18 @@ std::string readWhole(const std::string& path)
     return text;
 }
 
+/// The sum of the counts of a list's entries; an entry without a count, and a list of node types,
+/// counts as one.
+std::size_t countOf(const json& report, const char* list)
+{
+    std::size_t total = 0;
+    for (const json& entry : report.value(list, json::array())) {
+        const bool isCounted = entry.is_object() && std::string_view(list) != "uncomputedNodeTypes";
+        total += isCounted ? entry.value("count", std::size_t{1}) : 1;
+    }
+    return total;
+}
+
 } // namespace
 
 std::string temporaryReportPath()
@@ -54,27 +67,25 @@ std::string summaryOf(const json& importerReport)
 {
     // One row for each kind that costs the user something; the rest stands in the full report.
     struct Row {
-        const char* kind;
+        const char* list;
         const char* one;
         const char* many;
     };
     constexpr Row kRows[] = {
-        {"approximated shape", "shape approximated", "shapes approximated"},
-        {"missing geometry", "shape without geometry", "shapes without geometry"},
-        {"damaged geometry", "shape damaged", "shapes damaged"},
-        {"unknown node type", "node of unknown type", "nodes of unknown types"},
-        {"unknown statement", "unknown statement", "unknown statements"},
-        {"bad statement", "bad statement", "bad statements"},
-        {"reference left out", "reference left out", "references left out"},
+        {"approximatedBy", "mesh approximated", "meshes approximated"},
+        {"missingBecauseOf", "mesh without geometry", "meshes without geometry"},
+        {"damagedGeometry", "flaw in geometry", "flaws in geometry"},
+        {"shapesNotConverted", "shape not converted", "shapes not converted"},
+        {"unknownNodeTypes", "node of unknown type", "nodes of unknown types"},
+        {"uncomputedNodeTypes", "node type not computed", "node types not computed"},
+        {"unknownStatements", "unknown statement", "unknown statements"},
+        {"badStatements", "bad statement", "bad statements"},
+        {"limits", "limit met", "limits met"},
+        {"referencesLeftOut", "reference left out", "references left out"},
     };
     std::string text;
     for (const Row& row : kRows) {
-        std::size_t count = 0;
-        for (const json& entry : importerReport.value("diagnostics", json::array())) {
-            if (entry.value("kind", "") == row.kind) {
-                count += entry.value("count", std::size_t{0});
-            }
-        }
+        const std::size_t count = countOf(importerReport, row.list);
         if (count > 0) {
             text += (text.empty() ? "; " : ", ") + std::to_string(count) + " " +
                     (count == 1 ? row.one : row.many);

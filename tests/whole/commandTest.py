@@ -167,13 +167,13 @@ class CommandTest(unittest.TestCase):
         self.assertEqual(done.returncode, 0, done.stderr)
         report = json.loads(self.read('a.json'))
         self.assertEqual(report['scene'], 'odd.ma')
-        found = {(d['kind'], d['subject']): d for d in report['importer']['diagnostics']}
-        self.assertEqual(found[('unknown node type', 'strangeThing')]['count'], 2)
-        self.assertEqual(found[('unknown node type', 'strangeThing')]['first'], 'odd1')
-        self.assertIn(('missing geometry', 'polyCube'), found)
-        self.assertIn(('reference left out', 'props/chair.ma'), found)
-        self.assertIn(('unknown statement', 'frobnicate'), found)
-        self.assertIn('wood.png', report['importer']['textures'])
+        host = report['importer']
+        self.assertEqual([(t['type'], t['count'], t['first']) for t in host['unknownNodeTypes']],
+                         [('strangeThing', 2, 'odd1')])
+        self.assertEqual([(t['type'], t['firstShape']) for t in host['missingBecauseOf']], [('polyCube', 'cubeShape')])
+        self.assertEqual(host['referencesLeftOut'], ['props/chair.ma'])
+        self.assertEqual([t['word'] for t in host['unknownStatements']], ['frobnicate'])
+        self.assertEqual(host['textures'], ['wood.png'])
         self.assertIn(b'2 nodes of unknown types', done.stderr)
 
     def test_names_beyond_ascii(self):
