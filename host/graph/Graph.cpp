@@ -11,11 +11,6 @@ namespace {
 constexpr std::size_t kMaxNumberDigits = 9; // of a name's end that is raised
 constexpr NodeId kOutsideDag[] = {kNoNode}; // stands for the parent where there is none
 
-std::string_view withoutRootMark(std::string_view name)
-{
-    return name.substr(0, 1) == ":" ? name.substr(1) : name;
-}
-
 /// Number of digits at the end of a name, at most kMaxNumberDigits.
 std::size_t countEndDigits(std::string_view name)
 {

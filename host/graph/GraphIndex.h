@@ -6,11 +6,18 @@
 #include "host/graph/IdTable.h"
 
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
 namespace host::graph {
+
+/// A name without the ':' that pins it to the root namespace.
+constexpr std::string_view withoutRootMark(std::string_view name)
+{
+    return name.substr(0, 1) == ":" ? name.substr(1) : name;
+}
 
 /// A path taken apart: "|a|b" is full, "a|b" is not; "->" separates like "|".
 struct Graph::NamePath {

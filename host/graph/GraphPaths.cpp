@@ -10,11 +10,6 @@ namespace {
 
 constexpr std::size_t kMaxSearchSteps = 20000; // of one partial path
 
-std::string_view withoutRootMark(std::string_view name)
-{
-    return name.substr(0, 1) == ":" ? name.substr(1) : name;
-}
-
 /// Length of the separator at a position: "|", "->" or "->|"; 0 if there is none.
 std::size_t separatorAt(std::string_view text, std::size_t at)
 {
