@@ -1,6 +1,8 @@
 # Sources of this room, one a line, sorted (main files of programs are not listed).
 set(SOURCES
     Command.cpp
+    CommandPrinter.cpp
+    PayloadText.cpp
     ascii/Arguments.cpp
     ascii/Codeset.cpp
     ascii/Reader.cpp
@@ -15,7 +17,6 @@ set(SOURCES
     ascii/payloads/numbers.cpp
     ascii/payloads/nurbs.cpp
     ascii/payloads/payloadTable.cpp
-    ascii/payloads/pieces.cpp
     ascii/payloads/sparse.cpp
     ascii/payloads/texts.cpp
     ascii/payloads/values.cpp

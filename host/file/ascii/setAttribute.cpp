@@ -170,7 +170,7 @@ void readPayload(Reader& reader, PayloadTask& task)
 {
     const PayloadRow* const row = rowOf(task);
     const bool isNumbers = row != nullptr && row->form == PayloadForm::Numbers;
-    if (task.shape.isNumbers && (task.type.empty() || isNumbers)) {
+    if (task.shape.isNumbers && (row == nullptr || isNumbers)) {
         if (isNumbers) {
             task.shape.width = row->width;
         }

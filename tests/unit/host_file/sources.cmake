@@ -1,2 +1,9 @@
+# Sources of this test program, one a line, sorted.
 set(SOURCES
+    codesetTest.cpp
+    facesTest.cpp
+    numbersTest.cpp
+    payloadsTest.cpp
+    setAttributeTest.cpp
+    statementsTest.cpp
 )

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/file/ascii/Reader.h"
+#include "host/file/runningStep.h"
 #include "host/support/Expected.h"
 #include "host/types/PlugShape.h"
 
@@ -38,12 +39,6 @@ struct PayloadTask {
     PlugShape shape;
     std::string_view type; ///< of -type; empty if there was none
 };
-
-/// The position of the step that the elements of a payload run along: the one with a range, else
-/// the last one.
-std::size_t runningStep(const PlugPath& plug);
-/// Elements that the plug has room for: of its range, else one.
-std::int64_t elementCount(const PlugPath& plug);
 
 // Each of these reads up to the statement's end and sends what it read.
 void readNumbers(Reader& reader, PayloadTask& task);                   // numbers.cpp
