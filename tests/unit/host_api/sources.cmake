@@ -1,8 +1,20 @@
 # Sources of this test program, one a line, sorted.
 set(SOURCES
+    MDagPathTest.cpp
+    MFnCameraTest.cpp
+    MItDagTest.cpp
+    MLibraryTest.cpp
+    MPlugTest.cpp
     MStatusTest.cpp
     MStringTest.cpp
     MTimeTest.cpp
+    OpenedScene.cpp
     arraysTest.cpp
+    buffersTest.cpp
+    componentsTest.cpp
+    meshesTest.cpp
+    noSceneTest.cpp
+    nodesTest.cpp
+    sessionTest.cpp
     vectorsTest.cpp
 )

@@ -27,9 +27,9 @@ public:
     bool isCompound(MStatus* ReturnStatus = nullptr) const;
     unsigned int numChildren(MStatus* ReturnStatus = nullptr) const;
     MPlug child(unsigned int index, MStatus* ReturnStatus = nullptr) const;
-    /// Elements that exist: set, connected or asked for.
+    /// Elements that hold something: set or connected ones.
     unsigned int numElements(MStatus* ReturnStatus = nullptr) const;
-    /// Makes the element when it is not there.
+    /// Any element of an array, whether it holds something or not.
     MPlug elementByLogicalIndex(unsigned int index, MStatus* ReturnStatus = nullptr) const;
     MPlug elementByPhysicalIndex(unsigned int index, MStatus* ReturnStatus = nullptr) const;
     unsigned int logicalIndex(MStatus* ReturnStatus = nullptr) const;
