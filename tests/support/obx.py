@@ -20,7 +20,7 @@ BANNER = 'Vistrel SceneApi oo 7.3.37  (built Fri Feb  2 07:20:39 2018)'
 IDENTITY = (1.0, 0.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 0.0, 1.0)
 
 NAME = rb'(?:"([^"\n\r\x80-\xff]*)"|xX((?:[0-9a-f][0-9a-f])+))'
-NUMBER = rb'-?[0-9]+(?:\.[0-9]+)?(?:e[-+][0-9]+)?'
+NUMBER = rb'-?(?:[0-9]+(?:\.[0-9]+)?(?:e[-+][0-9]+)?|nan|inf)'
 WORD = re.compile(rb'\n?(#?[a-z]+(?: map| material| object)?)')
 LINES = {
     'print': re.compile(rb'#print "([^\n]*)"\n'),
@@ -237,10 +237,12 @@ class Reader:
         """The number of a token as %g, %d or %16.16f write it."""
         number = float(token)
         written = token.decode()
+        if not math.isfinite(number):
+            return number
         if written not in ('%g' % number, '%.16f' % number):
             if not (written.lstrip('-').isdigit() and '%d' % int(written) == written):
                 raise SyntaxFault(offset, 'no number as the formats write it: %s' % written)
-        return number if '.' in written or 'e' in written else int(written)
+        return number if '.' in written or 'e' in written else int(written)  # "%d" and "%g" of whole numbers are alike
 
     def surface(self, block):
         offset = self.at
@@ -366,7 +368,7 @@ def read(path, indented=False):
 
 # --- what a readable scene must hold besides
 
-def faults(scene):
+def faults(scene, must_be_finite=True):
     """Texts that tell what is wrong with a readable scene."""
     found = []
     state = {'materials': {}, 'ids': {}}
@@ -384,7 +386,27 @@ def faults(scene):
         check_top(item, state, found)
     if len(scene.all('load')) > 1 or len(scene.groups()) > 1:
         found.append('more than one load block or more than one root group')
+    if must_be_finite:
+        check_finite(scene, found)
     return found
+
+
+def check_finite(scene, found):
+    waiting = [scene]
+    while waiting:
+        for item in waiting.pop().items:
+            if isinstance(item, Block):
+                waiting.append(item)
+            elif isinstance(item.value, Block):
+                waiting.append(item.value)
+            elif not is_finite(item.value):
+                found.append('byte %d: numbers of %s are not finite' % (item.offset, item.name or item.kind))
+
+
+def is_finite(value):
+    if isinstance(value, (tuple, array.array)):
+        return math.isfinite(sum(value))
+    return not isinstance(value, float) or math.isfinite(value)
 
 
 def check_top(item, state, found):
@@ -452,7 +474,7 @@ def check_material(material, found):
         found.append('byte %d: material %r has %d surfaces' % (material.offset, material.name, len(surfaces)))
     for surface in surfaces:
         for colour in (surface.value.get('diffuse'), surface.value.get('specular')):
-            if colour is not None and not (len(colour) == 3 and all(0 <= c <= 1 for c in colour)):
+            if colour is not None and not (len(colour) == 3 and not any(c < 0 or c > 1 for c in colour)):
                 found.append('byte %d: material %r has the colour %r' % (material.offset, material.name, colour))
 
 
@@ -460,9 +482,6 @@ def check_geometry(geometry, found):
     def tell(what):
         found.append('byte %d: %s' % (geometry.offset, what))
 
-    for item in geometry.all('parameter'):
-        if isinstance(item.value, array.array) and item.value.typecode in 'fd' and not math.isfinite(sum(item.value)):
-            tell('numbers of %s are not finite' % item.name)
     if geometry.name != 'triangles':
         return
     empty = array.array('f')

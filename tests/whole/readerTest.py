@@ -89,7 +89,7 @@ class ReaderTest(unittest.TestCase):
                          (b'id 1\n', b'id  1\n'), (b'] ,', b'],'), (b'"glossy" on', b'"glossy" true'),
                          (b'1 2 3 1\n', b'1 2 3\n'), (b'xX62c3bc', b'xX62C3BC'), (b'xX62c3bc', b'xX6263'),
                          (b'"wood" {', b'"wo\xc3\xb6d" {'), (b' 0.200\n', b' 0.2\n'), (b'"meter_scale" 39.3701', b'"meter_scale" 39.37010'),
-                         (b'flags 32768', b'flags 032768'), (b'position 0 0 10', b'position 0 nan 10'), (b'#print', b'print')):
+                         (b'flags 32768', b'flags 032768'), (b'position 0 0 10', b'position 0 NaN 10'), (b'#print', b'print')):
             self.assertIn(old, FILE)
             self.refused(FILE.replace(old, new, 1))
 
@@ -108,6 +108,9 @@ class ReaderTest(unittest.TestCase):
         self.assertIn('3 entries', self.told(integers(0, 1, 2), integers(0, 1, 3)))
         self.assertIn('3 entries', self.told(integers(0, 1, 2), integers(0, 1, -1)))
         self.assertIn('not finite', self.told(floats(b'f', 0, 0, 1, 0, 0, 1), floats(b'f', 0, 0, math.nan, 0, 0, 1)))
+        self.assertIn('not finite', self.told(b'position 0 0 10', b'position 0 nan 10'))
+        self.assertIn('not finite', self.told(b'0 2 0 1 2 3 1', b'0 2 0 1 -inf 3 1'))
+        self.assertIn('not finite', self.told(b'"radius" 25', b'"radius" inf'))
         self.assertIn('of width 2', self.told(floats(b'f', 0, 0, 1, 0, 0, 1), floats(b'f', 0, 0, 1, 0)))
         self.assertIn('out of order', self.told(b'flags 32768\ntransform 2 0 0 0 0 2 0 0 0 0 2 0 1 2 3 1\n',
                                                 b'transform 2 0 0 0 0 2 0 0 0 0 2 0 1 2 3 1\nflags 32768\n'))
