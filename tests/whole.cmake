@@ -1,0 +1,46 @@
+# Tests of the whole programs, in Python: whole.* on scenes of the project, corpus.* on those of the folder ORV_CORPUS.
+# Windows programs run under the emulator of the tool chain and are compared with the native ones of build/release.
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+
+set(ORV_RUNNER "")
+set(ORV_OTHER_IMPORTER "")
+set(ORV_MUTATIONS 300)
+if(CMAKE_CROSSCOMPILING_EMULATOR)
+    set(ORV_RUNNER --runner ${CMAKE_CROSSCOMPILING_EMULATOR})
+    set(ORV_OTHER_IMPORTER --other ${PROJECT_SOURCE_DIR}/build/release/bin/maya_importer)
+    set(ORV_MUTATIONS 100)
+endif()
+file(GLOB ORV_EXAMPLES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/examples/*.ma)
+file(GLOB ORV_SEEDS CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/fuzz/seeds/*.ma)
+
+# script_test(NAME SCRIPT ARGUMENT...): a Python script of the project as a test; "skipped:" on a line counts as skipped.
+function(script_test name script)
+    add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} -B ${PROJECT_SOURCE_DIR}/${script} ${ARGN})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 1200 SKIP_REGULAR_EXPRESSION "skipped: ORV_CORPUS"
+        ENVIRONMENT "WINEPREFIX=${CMAKE_BINARY_DIR}/wine")
+endfunction()
+
+script_test(layers tools/check_layers.py ${PROJECT_SOURCE_DIR})
+script_test(tables tools/make_node_tables.py --check)
+script_test(whole.reader tests/whole/readerTest.py)
+script_test(corpus.compareMesh tests/corpus/compareMeshTest.py)
+
+if(TARGET maya_importer)
+    script_test(whole.runSequence tests/whole/runSequence.py ${ORV_RUNNER} $<TARGET_FILE:maya_importer>)
+    script_test(whole.sceneFiles tests/whole/sceneFiles.py ${ORV_RUNNER} $<TARGET_FILE:maya_importer>)
+    script_test(whole.sameBytes tests/whole/sameBytes.py ${ORV_RUNNER} --importer $<TARGET_FILE:maya_importer>
+        ${ORV_OTHER_IMPORTER} ${ORV_EXAMPLES})
+    script_test(whole.mutated tests/whole/mutated.py ${ORV_RUNNER} --importer $<TARGET_FILE:maya_importer>
+        -n ${ORV_MUTATIONS} --keep ${CMAKE_BINARY_DIR}/mutated_scenes ${ORV_EXAMPLES} ${ORV_SEEDS})
+    script_test(corpus.scenes tests/corpus/corpusTest.py ${ORV_RUNNER} --importer $<TARGET_FILE:maya_importer>)
+    set_tests_properties(whole.mutated corpus.scenes PROPERTIES PROCESSORS 2)
+endif()
+if(TARGET maya2vistrel)
+    script_test(whole.command tests/whole/commandTest.py ${ORV_RUNNER} $<TARGET_FILE:maya2vistrel>)
+endif()
+
+foreach(folder corpus fuzz)
+    if(EXISTS ${CMAKE_CURRENT_LIST_DIR}/${folder}/CMakeLists.txt AND ORV_MAYA STREQUAL "host")
+        add_subdirectory(${CMAKE_CURRENT_LIST_DIR}/${folder} ${CMAKE_CURRENT_BINARY_DIR}/${folder})
+    endif()
+endforeach()
