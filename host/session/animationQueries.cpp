@@ -16,15 +16,20 @@ using graph::Slot;
 constexpr std::array<std::string_view, 5> kCarriers{"blendWeighted", "character", "mute",
                                                     "pairBlend", "unitConversion"};
 
-bool isCurve(NodeType type)
+bool isCurve(std::string_view type)
 {
-    return type.name().starts_with("animCurve");
+    return type.starts_with("animCurve");
 }
 
-bool isCarrier(NodeType type)
+bool isCarrier(std::string_view type)
 {
-    return type.name().starts_with("animBlendNode") ||
-           std::find(kCarriers.begin(), kCarriers.end(), type.name()) != kCarriers.end();
+    return type.starts_with("animBlendNode") ||
+           std::find(kCarriers.begin(), kCarriers.end(), type) != kCarriers.end();
+}
+
+std::string_view typeWord(const graph::Node& node)
+{
+    return node.unknownType.empty() ? node.type.name() : std::string_view(node.unknownType);
 }
 
 void addSources(const Graph& graph, NodeId node, std::vector<Plug>& sources)
@@ -46,11 +51,11 @@ bool Session::isFedByCurve(NodeId node) const
     while (!sources.empty()) {
         const Plug source = sources.back();
         sources.pop_back();
-        const NodeType type = m_graph->node(source.node).type;
+        const std::string_view type = typeWord(m_graph->node(source.node));
         if (isCurve(type)) {
             return true;
         }
-        if (type.name() == "character") {
+        if (type == "character") {
             // It holds the channels of many objects: only this one's counts.
             if (const Plug above = m_graph->inputOf(source)) {
                 sources.push_back(above);

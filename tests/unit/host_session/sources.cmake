@@ -1,2 +1,10 @@
 set(SOURCES
+    dagTest.cpp
+    defaultSceneTest.cpp
+    meshTest.cpp
+    openTest.cpp
+    plugTest.cpp
+    reportTest.cpp
+    setTest.cpp
+    unknownTest.cpp
 )
