@@ -11,6 +11,7 @@ in seconds. With `indented` the blanks that the debug layout puts in front of li
     python3 obx.py FILE...                 # reads and checks files; prints what is wrong
 """
 import array
+import functools
 import math
 import re
 import sys
@@ -143,6 +144,16 @@ def text(raw):
     return raw.decode('utf-8', 'surrogateescape')
 
 
+@functools.lru_cache(100000)
+def number_of(token):
+    """An int where no point and no exponent stand ("%d" and "%g" of whole numbers are alike); None for another spelling."""
+    number, written = float(token), token.decode()
+    if math.isfinite(number) and written not in ('%g' % number, '%.16f' % number):
+        if not (written.lstrip('-').isdigit() and '%d' % int(written) == written):
+            return None
+    return int(written) if written.lstrip('-').isdigit() else number
+
+
 class Reader:
     def __init__(self, data, indented):
         self.data = data
@@ -233,16 +244,13 @@ class Reader:
             raise SyntaxFault(offset, 'no unsigned 32-bit number: %r' % token)
         return int(token)
 
-    def general(self, token, offset):
+    @staticmethod
+    def general(token, offset):
         """The number of a token as %g, %d or %16.16f write it."""
-        number = float(token)
-        written = token.decode()
-        if not math.isfinite(number):
-            return number
-        if written not in ('%g' % number, '%.16f' % number):
-            if not (written.lstrip('-').isdigit() and '%d' % int(written) == written):
-                raise SyntaxFault(offset, 'no number as the formats write it: %s' % written)
-        return number if '.' in written or 'e' in written else int(written)  # "%d" and "%g" of whole numbers are alike
+        number = number_of(token)
+        if number is None:
+            raise SyntaxFault(offset, 'no number as the formats write it: %s' % token.decode())
+        return number
 
     def surface(self, block):
         offset = self.at
