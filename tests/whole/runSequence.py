@@ -58,14 +58,6 @@ class Run:
 
 
 class ImporterTest(unittest.TestCase):
-    prefix = None  # of Wine
-
-    @classmethod
-    def setUpClass(cls):
-        if OPTIONS.runner:
-            cls.prefix = tempfile.mkdtemp(prefix='vistrel-wine-')
-            cls.addClassCleanup(shutil.rmtree, cls.prefix, ignore_errors=True)
-
     def setUp(self):
         top = tempfile.mkdtemp(prefix='vistrel-run-')
         self.addCleanup(shutil.rmtree, top, ignore_errors=True)
@@ -73,8 +65,7 @@ class ImporterTest(unittest.TestCase):
         os.mkdir(self.folder)
         self.scene = self.write('tri.ma', SCENE)
         if OPTIONS.runner:
-            self.clear_registry()
-            self.install('HKCU', '7.3', self.folder)
+            self.install(HKEY_CURRENT_USER=('7.3', self.folder))
 
     # --- files and names
 
@@ -100,29 +91,35 @@ class ImporterTest(unittest.TestCase):
     # --- the registry
 
     def environment(self, **variables):
-        env = dict(os.environ, TMPDIR=self.folder)
-        if OPTIONS.runner:
-            env.update(WINEPREFIX=self.prefix, WINEDEBUG='-all')
+        env = dict(os.environ)
+        if OPTIONS.runner:  # one TMPDIR for all runs: Wine starts anew for each other one
+            env.update(WINEPREFIX=OPTIONS.prefix, WINEDEBUG='-all', TMPDIR=OPTIONS.prefix)
+        else:
+            env.update(TMPDIR=self.folder)
         for name, value in variables.items():
             env.pop(name, None)
             if value is not None:
                 env[name] = value
         return env
 
-    def registry(self, *arguments, check=True):
-        subprocess.run(OPTIONS.runner + ['reg', *arguments], env=self.environment(), check=check,
-                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=120)
-
-    def clear_registry(self):
-        for root in ('HKLM', 'HKCU'):
-            self.registry('delete', root + r'\SOFTWARE\Orvane', '/f', check=False)
-
-    def install(self, root, version, folder=None):
-        key = root + r'\SOFTWARE\Orvane'
-        self.registry('add', key, '/v', 'VistrelVersion', '/d', version, '/f')
-        if folder:
-            self.registry('add', key + '\\' + version, '/v', 'ResourceFolder', '/d', self.native(folder),
-                          '/f')
+    def install(self, **folders):
+        """Makes the registry hold just these installations: root=(version, folder or None)."""
+        lines = ['Windows Registry Editor Version 5.00', '']
+        for root in ('HKEY_LOCAL_MACHINE', 'HKEY_CURRENT_USER'):
+            key = root + r'\SOFTWARE\Orvane'
+            lines += ['[-{}]'.format(key), '']
+            if root in folders:
+                version, folder = folders[root]
+                lines += ['[{}]'.format(key), '"VistrelVersion"="{}"'.format(version), '',
+                          '[{}\\{}]'.format(key, version)]
+                if folder:
+                    lines.append('"ResourceFolder"="{}"'.format(self.native(folder).replace('\\', r'\\')))
+                lines.append('')
+        with open(self.path('install.reg'), 'wb') as file:
+            file.write('\r\n'.join(lines).encode('utf-16'))
+        subprocess.run(OPTIONS.runner + ['reg', 'import', self.native(self.path('install.reg'))],
+                       env=self.environment(), check=True, stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL, timeout=120)
 
     # --- running
 
@@ -319,11 +316,13 @@ class LogTest(ImporterTest):
             self.assertEqual(after > size, is_kept, after)
 
     def test_unopenable_log_is_reported_for_each_record_and_the_run_goes_on(self):
+        variables = {'TMPDIR': self.path('none')}
         if OPTIONS.runner:
-            self.install('HKCU', '7.3', self.path('none'))
-        run = self.run_importer(log='none/sceneapi.log', variables={'TMPDIR': self.path('none')},
-                                major_version=7, import_filename=self.native(self.scene))
-        self.assertEqual(run.status, 0)
+            self.install(HKEY_CURRENT_USER=('7.3', self.path('none')))
+            variables = {}
+        run = self.run_importer(log='none/sceneapi.log', variables=variables, major_version=7,
+                                import_filename=self.native(self.scene))
+        self.assertEqual(run.status, 0, run.errors)
         self.assertTrue(run.output.startswith(HEADER))
         self.assertGreater(run.errors.count('could not open log file:\nopening log: '), 1)
 
@@ -344,7 +343,6 @@ class LogFolderTest(ImporterTest):
         super().setUp()
         if not OPTIONS.runner:
             self.skipTest('there is no registry here')
-        self.clear_registry()
         os.mkdir(self.path('user'))
         os.mkdir(self.path('machine'))
 
@@ -357,7 +355,7 @@ class LogFolderTest(ImporterTest):
         return found
 
     def fallbacks(self):
-        return [path for path in glob.glob(self.prefix + '/drive_c/**/sceneapi.log', recursive=True)]
+        return [path for path in glob.glob(OPTIONS.prefix + '/drive_c/**/sceneapi.log', recursive=True)]
 
     def run_and_find(self):
         for path in self.fallbacks():
@@ -366,23 +364,24 @@ class LogFolderTest(ImporterTest):
         return self.logs()
 
     def test_fallback_is_the_temporary_folder(self):
+        self.install()
         self.assertEqual(self.run_and_find(), {'temporary'})
 
     def test_machine_alone(self):
-        self.install('HKLM', '7.3', self.path('machine'))
+        self.install(HKEY_LOCAL_MACHINE=('7.3', self.path('machine')))
         self.assertEqual(self.run_and_find(), {'machine'})
 
     def test_user_overrides_the_machine(self):
-        self.install('HKLM', '7.3', self.path('machine'))
-        self.install('HKCU', '7.3', self.path('user'))
+        self.install(HKEY_LOCAL_MACHINE=('7.3', self.path('machine')),
+                     HKEY_CURRENT_USER=('7.3', self.path('user')))
         self.assertEqual(self.run_and_find(), {'user'})
 
     def test_version_without_resource_folder_keeps_the_temporary_folder(self):
-        self.install('HKCU', '7.3')
+        self.install(HKEY_CURRENT_USER=('7.3', None))
         self.assertEqual(self.run_and_find(), {'temporary'})
 
     def test_lines_end_as_windows_ends_them(self):
-        self.install('HKCU', '7.3', self.path('user'))
+        self.install(HKEY_CURRENT_USER=('7.3', self.path('user')))
         self.run_arguments([])
         raw = self.read('user/sceneapi.log')
         self.assertEqual(raw.count(b'\n'), raw.count(b'\r\n'))
@@ -399,6 +398,15 @@ class EncoderTest(unittest.TestCase):
             self.assertEqual(encode(text), encoded)
 
 
+def end_wine(prefix):
+    """Ends the prefix's server, which would write its registry into the removed folder otherwise."""
+    server = shutil.which('wineserver') if OPTIONS.runner else None
+    if server:
+        env = dict(os.environ, WINEPREFIX=prefix, TMPDIR=prefix)
+        subprocess.run([server, '-k'], env=env, check=False)
+        subprocess.run([server, '-w'], env=env, check=False, timeout=60)
+
+
 def main():
     global OPTIONS
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
@@ -407,7 +415,12 @@ def main():
     OPTIONS, rest = parser.parse_known_args()
     OPTIONS.runner = [os.path.abspath(OPTIONS.runner)] if OPTIONS.runner else []
     OPTIONS.importer = os.path.abspath(OPTIONS.importer)
-    unittest.main(argv=[sys.argv[0]] + rest)
+    with tempfile.TemporaryDirectory(prefix='vistrel-wine-', ignore_cleanup_errors=True) as prefix:
+        OPTIONS.prefix = prefix  # of Wine: making one takes longer than all the runs in it
+        try:
+            unittest.main(argv=[sys.argv[0]] + rest)
+        finally:
+            end_wine(prefix)
 
 
 if __name__ == '__main__':
