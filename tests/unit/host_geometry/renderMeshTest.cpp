@@ -1,7 +1,8 @@
 #include "host/geometry/mesh/renderMesh.h"
 #include "tests/unit/host_geometry/meshMaker.h"
 
-#include <numeric>
+#include <algorithm>
+#include <random>
 
 namespace host::geometry {
 namespace {
@@ -156,6 +157,66 @@ TEST(RenderMesh, ConcaveFaceWithAHoleUsesOnlyItsOwnVertices)
         area += cross(b - a, c - a).z / 2;
     }
     EXPECT_NEAR(area, 14 - 0.5, 1e-12); // 16, the notch of 2, the hole of a half
+}
+
+TEST(RenderMesh, RandomListsNeverBreakIt)
+{
+    std::mt19937 random(99);
+    const auto below = [&](std::uint32_t limit) {
+        return static_cast<std::uint32_t>(random() % limit);
+    };
+    const auto smallNumbers = [&](std::size_t count, std::int32_t low, std::uint32_t range) {
+        std::vector<std::int32_t> numbers(count);
+        for (std::int32_t& number : numbers) {
+            number = low + static_cast<std::int32_t>(below(range));
+        }
+        return numbers;
+    };
+    std::size_t keptCorners = 0;
+    for (int round = 0; round < 3000; ++round) {
+        // Few vertices, so that chance closes some of the loops; one round in eight is out of
+        // range.
+        const std::uint32_t vertexCount = below(4);
+        const std::uint32_t edgeCount = below(13);
+        const std::uint32_t beyond = round % 8 == 0 ? 1 : 0;
+        const auto low = -static_cast<std::int32_t>(beyond);
+        const std::vector<std::int32_t> edges =
+            smallNumbers(3 * edgeCount, low, std::max(vertexCount + 2 * beyond, 1U));
+        FaceLists faces;
+        faces.corners = smallNumbers(below(60), low - static_cast<std::int32_t>(edgeCount),
+                                     std::max(2 * (edgeCount + beyond), 1U));
+        std::vector<std::uint32_t> loopSizes(below(20));
+        std::vector<std::uint32_t> loopCounts(below(12));
+        for (std::uint32_t& size : loopSizes) {
+            size = below(6);
+        }
+        for (std::uint32_t& count : loopCounts) {
+            count = below(4);
+        }
+        faces.loopSizes = loopSizes;
+        faces.faceLoopCounts = loopCounts;
+        std::vector<std::int32_t> uvs = smallNumbers(faces.corners.size(), -1, 3);
+        BuiltTopology built = buildTopology(vertexCount, edges, std::move(faces));
+        removeCorners(uvs, built.damage.droppedCorners, built.topology.corners.size());
+        keptCorners += built.topology.corners.size();
+
+        std::vector<Vec3f> points(vertexCount);
+        for (Vec3f& point : points) {
+            point = {static_cast<float>(below(3)), static_cast<float>(below(3)), 0};
+        }
+        MeshData mesh;
+        mesh.topology = std::make_shared<const MeshTopology>(std::move(built.topology));
+        mesh.points = std::make_shared<const std::vector<Vec3f>>(points);
+        mesh.uvSets.push_back(uvSet("map1", {{0, 0}, {1, 1}}, uvs));
+        ASSERT_TRUE(isConsistent(mesh)) << "round " << round;
+        const RenderMesh result = extractRenderMesh(mesh, "map1");
+        ASSERT_EQ(result.faceFirstTriangle.size(), mesh.topology->faceCount() + 1U);
+        ASSERT_EQ(result.indices.size(), 3U * result.faceFirstTriangle.back());
+        for (const std::uint32_t index : result.indices) {
+            ASSERT_LT(index, result.positions.size());
+        }
+    }
+    EXPECT_GT(keptCorners, 3000U);
 }
 
 TEST(RenderMesh, EmptyMeshGivesAnEmptyResult)

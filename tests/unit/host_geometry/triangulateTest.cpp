@@ -117,31 +117,20 @@ TEST(Triangulate, TheDiagonalWithTheLargerSmallestAngleWins)
 
 TEST(Triangulate, TheShorterDiagonalIsNotTheRule)
 {
-    // (0 0) (10 0) (8.6 2) (3 3): the diagonals are 8.83 (0-2) and 7.62 (1-3) long, but 1-3 leaves
-    // an angle of 13.1 degrees, atan(2/8.6) to atan(3/3) ... 0-2 one of 13.1 as well at corner 0:
-    // worked out below.
-    // 0-2: triangle (0 1 2): angle at 0 = atan(2/8.6) = 13.09 deg; triangle (0 2 3): angle at 2
-    //      between (-8.6 -2) and (-5.6 1): 13.09 + 10.12 = 23.21 deg, at 0 45 - 13.09 = 31.9 deg.
-    // 1-3: triangle (0 1 3): angle at 1 = atan(3/7) = 23.20 deg; triangle (1 2 3): angle at 3
-    //      between (7 -3) and (5.6 -1): 23.20 - 10.12 = 13.08 deg.
-    // A corner 2 moved out by a little decides for 1-3, moved in for 0-2 (see the angles at 0 and
-    // 3).
+    // (0 0) (10 0) (x y) (3 3): the diagonal 1-3 is 7.62 long, shorter than 0-2 in both cases. Its
+    // smallest angle is that at corner 1, atan(3/7) = 23.2 degrees, or what is left of it at corner
+    // 3; that of 0-2 is the one at corner 0, atan(y/x).
     const auto quad = [](double x, double y) {
         return std::array<Vec3d, 4>{Vec3d{0, 0, 0}, {10, 0, 0}, {x, y, 0}, {3, 3, 0}};
     };
-    // (9 3): at 0 atan(3/9) = 18.4 for 0-2; at 3 for 1-3: 23.2 - 0 = 23.2.
-    EXPECT_EQ(bestDiagonal(quad(9, 3)), 1U);
-    // (8 1.5): at 0 atan(1.5/8) = 10.6 for 0-2; at 3 for 1-3: 23.2 - atan(1.5/5) = 6.5; yet the
-    // diagonal 0-2 is the longer one, 8.14 to 7.62.
-    EXPECT_EQ(bestDiagonal(quad(8, 1.5)), 0U);
+    EXPECT_EQ(bestDiagonal(quad(9, 3)), 1U);   // 18.4 against 23.2
+    EXPECT_EQ(bestDiagonal(quad(8, 1.5)), 0U); // 10.6 against 23.2 - atan(1.5/5) = 6.5
 }
 
 TEST(Triangulate, AnglesWithinATenThousandthAreATie)
 {
-    // A square of side 1 with corner 2 moved out along the diagonal by d: 0-2 leaves angles of 45
-    // degrees at 0 and about 45 - d * 40 at 2; 1-3 leaves 45 at 1 and 3 and more at 1, 3 beyond the
-    // diagonal. Moved sideways instead, at corner 2 by (d 0 0), the cut 0-2 loses d / 2 rad at 0.
-    // With corner 1 moved out by (d -d) the roles change: 0-2 is better by about d.
+    // A square whose corner 1 is moved out by (d -d): 0-2 leaves 45 degrees as before, 1-3 leaves
+    // about d radians less at corner 1.
     const auto quad = [](double d) {
         return std::array<Vec3d, 4>{Vec3d{0, 0, 0}, {1 + d, -d, 0}, {1, 1, 0}, {0, 1, 0}};
     };
@@ -152,10 +141,8 @@ TEST(Triangulate, AnglesWithinATenThousandthAreATie)
 
 TEST(Triangulate, ConcaveQuadsAreCutAtTheReflexCorner)
 {
-    // A dart with its reflex corner first, second, third and fourth.
-    const std::vector<Vec3f> dart{{0, 0.5F, 0}, {-2, -1, 0}, {2, -1, 0}, {0, 3, 0}};
-    // (0 .5) is inside of the triangle of the others; order so that the loop is simple:
-    const std::vector<Vec3f> loop{dart[0], dart[2], dart[3], dart[1]};
+    // A dart; its reflex corner comes first, second, third and fourth.
+    const std::vector<Vec3f> loop{{0, 0.5F, 0}, {2, -1, 0}, {0, 3, 0}, {-2, -1, 0}};
     for (std::size_t shift = 0; shift < 4; ++shift) {
         std::vector<Vec3f> turned;
         for (std::size_t i = 0; i < 4; ++i) {
@@ -531,7 +518,7 @@ TEST(Triangulate, PatchesOfCellsThatTouchThemselvesAndTheirHolesAreCovered)
     std::mt19937 random(2024);
     int tested = 0;
     int withHoles = 0;
-    for (int round = 0; round < 4500; ++round) {
+    for (int round = 0; round < 1500; ++round) {
         const int side = 3 + static_cast<int>(random() % 12);
         const Patch patch(random, side, 1 + static_cast<int>(random() % (side * side)));
         auto loops = patch.loops(round % 2 == 0);
@@ -568,13 +555,13 @@ TEST(Triangulate, PatchesOfCellsThatTouchThemselvesAndTheirHolesAreCovered)
             FAIL() << "round " << round << ", " << patch.cellCount() << " cells";
         }
     }
-    EXPECT_GT(tested, 3000);
-    EXPECT_GT(withHoles, 500);
+    EXPECT_GT(tested, 1000);
+    EXPECT_GT(withHoles, 150);
 }
 
 TEST(Triangulate, HugePolygonIsCoveredInShortTime)
 {
-    // 60,000 corners: a spiral arm of forty turns, out along one side and back along the other.
+    // 60,000 corners: a spiral band of forty turns, out along one side and back along the other.
     constexpr int kHalf = 30000;
     std::vector<Vec3f> points;
     const auto at = [](int i, double offset) {
