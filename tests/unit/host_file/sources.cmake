@@ -1,5 +1,6 @@
 # Sources of this test program, one a line, sorted.
 set(SOURCES
+    CommandPrinterTest.cpp
     codesetTest.cpp
     facesTest.cpp
     numbersTest.cpp
