@@ -6,6 +6,7 @@
 import base64
 import os
 import subprocess
+import tempfile
 
 KEYS = {'major_version': 0, 'minor_version': 1, 'loglevel': 4, 'curveradius': 5, 'include_nurbs': 7,
         'collapse_hierarchy': 8, 'split_layers': 9, 'frame': 10, 'import_filename': 11, 'output_filename': 12,
@@ -43,5 +44,11 @@ class Importer:
         if not self.foreign:
             env.setdefault('ASAN_OPTIONS', 'detect_leaks=0')
             env['TMPDIR'] = folder
-        return subprocess.run(self.command(scene, output, **settings), cwd=folder, env=env, stdin=subprocess.DEVNULL,
-                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, timeout=self.seconds)
+        # files, not pipes: Wine's servers keep the pipes of the first program open for seconds after its end
+        with tempfile.TemporaryFile() as told, tempfile.TemporaryFile() as warned:
+            done = subprocess.run(self.command(scene, output, **settings), cwd=folder, env=env, stdin=subprocess.DEVNULL,
+                                  stdout=told, stderr=warned, timeout=self.seconds)
+            for file in (told, warned):
+                file.seek(0)
+            done.stdout, done.stderr = told.read(), warned.read()
+        return done

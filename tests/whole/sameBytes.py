@@ -81,7 +81,8 @@ class SameBytes:
             told = '%s %s' % (name, settings or '')
             self.compare(told + ' twice', first, self.convert(self.importer, name, **settings))
             if not settings:
-                for locale in LOCALES:
+                # Wine names files in the locale that it is started under, and shows no others
+                for locale in LOCALES if name.isascii() or not self.importer.foreign else ():
                     self.compare('%s under %s' % (told, locale), first, self.convert(self.importer, name, locale))
             if self.other:
                 second = self.convert(self.other, name, **settings)
