@@ -1,4 +1,5 @@
-// mesh: what comes in, else what the file stored, moved by the shape's own tweaks.
+// mesh: what comes in, else what the file stored, moved by the shape's own tweaks, and cut and
+// shaded as the shape says.
 #include "host/nodes/nodeTypes.h"
 
 #include "host/geometry/mesh/MeshData.h"
@@ -10,7 +11,8 @@
 namespace host::nodes {
 namespace {
 
-constexpr std::array<std::string_view, 3> kInputs{"inMesh", "cachedInMesh", "pnts"};
+constexpr std::array<std::string_view, 5> kInputs{"inMesh", "cachedInMesh", "pnts", "quadSplit",
+                                                  "vertexNormalMethod"};
 constexpr std::array<std::string_view, 2> kOutputs{"outMesh", "worldMesh"};
 constexpr std::size_t kCoordinates = 3;
 
@@ -52,6 +54,29 @@ Shared<geometry::MeshData> tweaked(const Shared<geometry::MeshData>& mesh,
     return moved;
 }
 
+/// An enumeration's value, or `fallback` where the number is none of its `count` values.
+template<class T>
+T enumerated(const Value& value, int count, T fallback)
+{
+    const double number = value.number(-1);
+    return number >= 0 && number < count ? static_cast<T>(number) : fallback;
+}
+
+/// How this shape has quads cut and normals weighed, whatever shape the mesh was stored in.
+Shared<geometry::MeshData> styled(const Shared<geometry::MeshData>& mesh, const Value& quadSplit,
+                                  const Value& vertexNormalMethod)
+{
+    const auto split = enumerated(quadSplit, 3, mesh->quadSplit);
+    const auto weighting = enumerated(vertexNormalMethod, 4, mesh->normalWeighting);
+    if (split == mesh->quadSplit && weighting == mesh->normalWeighting) {
+        return mesh;
+    }
+    auto changed = std::make_shared<geometry::MeshData>(*mesh);
+    changed->quadSplit = split;
+    changed->normalWeighting = weighting;
+    return changed;
+}
+
 Expected<Value> compute(ComputeContext& context)
 {
     auto mesh = context.input(0).data<geometry::MeshData>();
@@ -61,7 +86,7 @@ Expected<Value> compute(ComputeContext& context)
     if (mesh == nullptr || !context.isComplete()) {
         return Value();
     }
-    return Value(tweaked(mesh, context.array(2)));
+    return Value(styled(tweaked(mesh, context.array(2)), context.input(3), context.input(4)));
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "host/session/unknownNodes.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 
 namespace host::session {
@@ -26,10 +27,18 @@ void SceneBuilder::note(DiagnosticKind kind, std::string_view subject, std::stri
     }
 }
 
-void SceneBuilder::requirePlugin(std::string_view, std::string_view,
+void SceneBuilder::requirePlugin(std::string_view plugin, std::string_view version,
                                  std::span<const std::string_view>)
 {
-    // What a plug-in would bring shows in the node types that stay unknown.
+    // What a plug-in would bring shows in the node types that stay unknown. Maya itself weighs
+    // normals by angle and area since version 2013; the scenes of older ones keep what they had,
+    // all faces alike.
+    constexpr int kFirstWeighing = 2013;
+    if (plugin == "maya") {
+        int year = 0;
+        std::from_chars(version.data(), version.data() + version.size(), year);
+        m_hasPlainNormals = year > 0 && year < kFirstWeighing; // 7.0, 8.5, 2008, 2012
+    }
 }
 
 void SceneBuilder::currentUnit(const file::Units& units)
@@ -143,6 +152,10 @@ void SceneBuilder::createNode(const file::CreateNode& command)
     node.isDefault = m_isDefault;
     if (isUnknownWord) {
         node.unknownType = command.type;
+    }
+    if (m_hasPlainNormals && type.isA("mesh")) {
+        const AttributeIndex method = type.findAttribute("vertexNormalMethod");
+        m_graph.setValue({m_current, method, graph::kNoSlot, -1}, 0.0);
     }
 }
 

@@ -98,6 +98,7 @@ private:
     graph::Graph& m_graph;
     Diagnostics& m_diagnostics;
     bool m_isDefault;
+    bool m_hasPlainNormals = false; ///< the file is from before normals were weighed
     file::Place m_place;
     SceneFacts m_facts;
     graph::NodeId m_current = graph::kNoNode;

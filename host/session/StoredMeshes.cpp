@@ -141,10 +141,6 @@ std::shared_ptr<const MeshData> MeshAssembly::build(PolyFaces&& faces)
         m_mesh.lockedNormals = std::make_shared<const std::vector<Vec3f>>(std::move(normals));
     }
     takeInvisibleFaces(m_mesh.topology->faceCount());
-    const double weighting = m_graph.storedValue(plug("vertexNormalMethod")).number(3);
-    if (weighting >= 0 && weighting <= 3) {
-        m_mesh.normalWeighting = static_cast<geometry::NormalWeighting>(weighting);
-    }
     return std::make_shared<const MeshData>(std::move(m_mesh));
 }
 

@@ -72,6 +72,31 @@ void writeTextures(JsonText& json, const Graph& graph)
     json.endList();
 }
 
+/// Shapes that are read and kept but delivered to nobody yet.
+constexpr std::string_view kNotConverted[] = {"nurbsSurface", "pfxHair"};
+
+void writeShapesNotConverted(JsonText& json, const Graph& graph)
+{
+    json.beginList("shapesNotConverted");
+    for (const std::string_view type : kNotConverted) {
+        std::uint64_t count = 0;
+        std::string_view first;
+        for (NodeId node = 1; node < graph.nodeCount(); ++node) {
+            if (graph.node(node).type.name() == type && count++ == 0) {
+                first = graph.node(node).name;
+            }
+        }
+        if (count > 0) {
+            json.beginObject();
+            json.text("type", type);
+            json.number("count", count);
+            json.text("first", first);
+            json.endObject();
+        }
+    }
+    json.endList();
+}
+
 } // namespace
 
 std::string Session::report() const
@@ -110,6 +135,7 @@ std::string Session::report() const
     for (const KindRow& row : kLists) {
         writeList(json, row, m_diagnostics.entries());
     }
+    writeShapesNotConverted(json, *m_graph);
     writeTextures(json, *m_graph);
     json.beginList("referencesLeftOut");
     for (const std::string& path : m_evaluation->facts.references) {

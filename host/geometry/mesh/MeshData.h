@@ -73,6 +73,13 @@ struct FaceGroup {
 /// vertexNormalMethod.
 enum class NormalWeighting : std::uint8_t { None = 0, Angle = 1, Area = 2, AngleAndArea = 3 };
 
+/// Which diagonal cuts a face of four corners; the numbers are those of the attribute quadSplit.
+enum class QuadSplit : std::uint8_t {
+    Left = 0,     ///< from the second corner to the fourth
+    Right = 1,    ///< from the first corner to the third
+    BestShape = 2 ///< see `bestDiagonal`
+};
+
 struct MeshData {
     std::shared_ptr<const MeshTopology> topology; ///< never null
     std::shared_ptr<const std::vector<Vec3f>>
@@ -84,6 +91,7 @@ struct MeshData {
     std::shared_ptr<const std::vector<std::uint32_t>> invisibleFaces; ///< ascending; may be null
     std::vector<FaceGroup> groups;
     NormalWeighting normalWeighting = NormalWeighting::AngleAndArea;
+    QuadSplit quadSplit = QuadSplit::BestShape;
 };
 
 /// True when counts and indices of all parts fit each other, so that kernels need no check of their

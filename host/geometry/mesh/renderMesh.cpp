@@ -2,6 +2,7 @@
 
 #include "host/geometry/mesh/normals.h"
 #include "host/geometry/mesh/polygon.h"
+#include "host/geometry/mesh/triangulate.h"
 
 #include <algorithm>
 #include <cassert>
@@ -114,7 +115,7 @@ void fillVertices(std::span<const SplitVertex> split, std::span<const Vec3f> poi
 
 } // namespace
 
-RenderMesh extractRenderMesh(const MeshData& mesh, std::string_view uvSetName, QuadSplit split)
+RenderMesh extractRenderMesh(const MeshData& mesh, std::string_view uvSetName)
 {
     assert(isConsistent(mesh) && "the mesh must be consistent");
     const MeshTopology& topology = *mesh.topology;
@@ -134,7 +135,7 @@ RenderMesh extractRenderMesh(const MeshData& mesh, std::string_view uvSetName, Q
         fillVertices(splitVertex, points, normals, uvSet, result);
     }
     Triangulation triangles =
-        triangulate(topology, vertices, points, split, invisibleFacesOf(mesh));
+        triangulate(topology, vertices, points, mesh.quadSplit, invisibleFacesOf(mesh));
     for (std::uint32_t& corner : triangles.corners) {
         corner = vertexOfCorner[corner];
     }

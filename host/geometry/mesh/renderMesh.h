@@ -3,7 +3,6 @@
 #pragma once
 
 #include "host/geometry/mesh/MeshData.h"
-#include "host/geometry/mesh/triangulate.h"
 
 #include <string_view>
 #include <vector>
@@ -25,7 +24,6 @@ struct RenderMesh {
 /// first use by faces and corners. Faces in `invisibleFaces` take no part: they have an empty run
 /// of triangles and use no vertex. The uvs are those of the set `uvSetName`, else of the current
 /// set. Precondition: isConsistent(mesh).
-RenderMesh extractRenderMesh(const MeshData& mesh, std::string_view uvSetName,
-                             QuadSplit split = QuadSplit::BestShape);
+RenderMesh extractRenderMesh(const MeshData& mesh, std::string_view uvSetName);
 
 } // namespace host::geometry

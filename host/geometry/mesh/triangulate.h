@@ -9,13 +9,6 @@
 
 namespace host::geometry {
 
-/// Which diagonal cuts a face of four corners; the numbers are those of the attribute quadSplit.
-enum class QuadSplit : std::uint8_t {
-    Left = 0,     ///< from the second corner to the fourth
-    Right = 1,    ///< from the first corner to the third
-    BestShape = 2 ///< see `bestDiagonal`
-};
-
 struct Triangulation {
     /// Three global corner numbers per triangle, in the winding of the face.
     std::vector<std::uint32_t> corners;

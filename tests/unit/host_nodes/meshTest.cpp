@@ -52,6 +52,22 @@ TEST(Mesh, IsWhatComesInElseWhatIsStored)
     EXPECT_EQ(meshFrom(context.compute("worldMesh", 0))->points->front().x, 2);
 }
 
+TEST(Mesh, CutsAndShadesAsTheShapeSaysWhereverTheMeshComesFrom)
+{
+    using host::geometry::NormalWeighting;
+    using host::geometry::QuadSplit;
+    ToyContext context(kMesh);
+    context.values["inMesh"] = Value::of(triangles(1, 1));
+    EXPECT_EQ(meshFrom(context.compute("outMesh"))->quadSplit, QuadSplit::BestShape);
+    EXPECT_EQ(meshFrom(context.compute("outMesh"))->normalWeighting, NormalWeighting::AngleAndArea);
+    context.values["quadSplit"] = Value(0.0);
+    context.values["vertexNormalMethod"] = Value(2.0);
+    EXPECT_EQ(meshFrom(context.compute("outMesh"))->quadSplit, QuadSplit::Left);
+    EXPECT_EQ(meshFrom(context.compute("outMesh"))->normalWeighting, NormalWeighting::Area);
+    context.values["quadSplit"] = Value(7.0); // no such choice: as the mesh had it
+    EXPECT_EQ(meshFrom(context.compute("outMesh"))->quadSplit, QuadSplit::BestShape);
+}
+
 TEST(Mesh, AddsItsTweaksToStoredAndToIncomingPoints)
 {
     NumericArray tweaks(NumberStorage::Double, 3);

@@ -45,6 +45,21 @@ TEST_F(Meshes, AreReadAsStored)
     EXPECT_EQ(square->normalWeighting, host::geometry::NormalWeighting::AngleAndArea);
 }
 
+TEST_F(Meshes, OfScenesBefore2013WeighAllFacesAlike)
+{
+    using host::geometry::NormalWeighting;
+    for (const char* version : {"7.0", "8.5", "2008", "2012"}) {
+        openSquare({}, "requires maya \"" + std::string(version) + "\";\n");
+        EXPECT_EQ(mesh("m")->normalWeighting, NormalWeighting::None) << version;
+    }
+    for (const char* version : {"2013", "2018ff07", "2026"}) {
+        openSquare({}, "requires maya \"" + std::string(version) + "\";\n");
+        EXPECT_EQ(mesh("m")->normalWeighting, NormalWeighting::AngleAndArea) << version;
+    }
+    openSquare("setAttr \".vnm\" 2;\n", "requires maya \"2011\";\n");
+    EXPECT_EQ(mesh("m")->normalWeighting, NormalWeighting::Area);
+}
+
 TEST_F(Meshes, HavePointsInCentimetres)
 {
     openSquare({}, "currentUnit -l meter;\n");

@@ -108,6 +108,15 @@ TEST_F(Report, CountsWhatWasReadAndWhatWasNot)
     EXPECT_EQ(report["nodes"]["total"].get<int>() - report["nodes"]["ofNewScene"].get<int>(), 12);
 }
 
+TEST_F(Report, ListsShapesThatNobodyGetsYet)
+{
+    open(R"(createNode transform -n "a";
+        createNode nurbsSurface -n "s1" -p "a"; createNode nurbsSurface -n "s2" -p "a";
+        createNode nurbsCurve -n "c" -p "a";)");
+    EXPECT_EQ(nlohmann::json::parse(session.report())["shapesNotConverted"],
+              nlohmann::json::parse(R"([{"type": "nurbsSurface", "count": 2, "first": "s1"}])"));
+}
+
 class CurrentSession : public ::testing::Test {
 protected:
     ~CurrentSession() override { setReport(""); }
