@@ -9,7 +9,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
-#include <regex>
+#include <iterator>
 #include <string>
 #include <thread>
 #include <type_traits>
@@ -22,11 +22,23 @@ using Clock = std::chrono::steady_clock;
 const std::string kFirstStamp = NowTime();
 const Clock::time_point kFirstMoment = Clock::now();
 
-constexpr char kTimePattern[] = "[0-2][0-9]:[0-5][0-9]:[0-6][0-9]\\.[0-9]{3}";
+constexpr char kMaskedStamp[] = "##:##:##.###";
 
-bool matches(const std::string& text, const std::string& pattern)
+/// `text` with "#" for each digit of the time stamp that begins at `begin`.
+std::string masked(std::string text, std::size_t begin = 0)
 {
-    return std::regex_match(text, std::regex(pattern));
+    const std::size_t end = std::min(text.size(), begin + std::size(kMaskedStamp) - 1);
+    for (std::size_t i = begin; i < end; ++i) {
+        text[i] = text[i] >= '0' && text[i] <= '9' ? '#' : text[i];
+    }
+    return text;
+}
+
+/// The same for a record.
+std::string maskedRecord(const std::string& text)
+{
+    const std::size_t dash = text.find(" - ");
+    return dash == std::string::npos ? text : masked(text, dash + 3);
 }
 
 int millisecondsOf(const std::string& stamp)
@@ -67,9 +79,8 @@ TEST_F(LogFile, ShowsFileLineTimeLevelAndTwoBlanks)
 {
     FILE_LOG(INFO) << "message " << 7;
     const std::string line = std::to_string(__LINE__ - 1);
-    EXPECT_TRUE(
-        matches(log(), "LogTest\\.cpp:" + line + " - " + kTimePattern + " INFO:  message 7\n"))
-        << log();
+    EXPECT_EQ(maskedRecord(log()),
+              "LogTest.cpp:" + line + " - " + kMaskedStamp + " INFO:  message 7\n");
 }
 
 TEST_F(LogFile, GetsARecordAtOnce)
@@ -151,10 +162,9 @@ TEST_F(LogFile, GetsAWarningForAnUnknownLevelWhateverTheReportingLevel)
 {
     FILELog::ReportingLevel() = ERROR;
     EXPECT_EQ(FILELog::FromString("info"), INFO);
-    EXPECT_TRUE(matches(log(), std::string(":0 - ") + kTimePattern +
-                                   " WARNING:  Unknown logging level 'info'\\. Using INFO level as "
-                                   "default\\.\n"))
-        << log();
+    EXPECT_EQ(maskedRecord(log()),
+              std::string(":0 - ") + kMaskedStamp +
+                  " WARNING:  Unknown logging level 'info'. Using INFO level as default.\n");
 }
 
 TEST_F(LogFile, GetsTheSameWarningForAnEmptyLevelAndForOneWithABlank)
@@ -298,7 +308,7 @@ TEST_F(LogFile, IsWrittenInANonAsciiResourceFolder)
 
 TEST(LogTime, ShowsTheMillisecondsSinceTheFirstStamp)
 {
-    EXPECT_TRUE(matches(kFirstStamp, kTimePattern)) << kFirstStamp;
+    EXPECT_EQ(masked(kFirstStamp), kMaskedStamp);
     EXPECT_LT(millisecondsOf(kFirstStamp), 20);
     std::this_thread::sleep_for(std::chrono::milliseconds(70));
     const std::string stamp = NowTime();
