@@ -139,6 +139,7 @@ std::optional<Options> readOptions(int argc, char** argv, int& exitStatus)
     Flags flags;
     CLI::App app(kAbout, "maya2vistrel");
     app.footer(kExitStatuses);
+    app.allow_windows_style_options(false); // a path may begin with a slash on every system
     app.set_version_flag("--version", "maya2vistrel 0.1.0");
     declareFiles(app, options);
     declareSettings(app, flags);

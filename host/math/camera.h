@@ -1,7 +1,7 @@
 // The angle of view of a film camera.
 #pragma once
 
-#include <cmath>
+#include "host/math/angle.h"
 
 namespace host {
 
@@ -11,8 +11,7 @@ inline constexpr double kMillimetresPerInch = 25.4;
 /// aperture in inches and the focal length in millimetres. A focal length of zero sees pi.
 inline double horizontalFieldOfView(double horizontalApertureInches, double focalLengthMillimetres)
 {
-    return 2 *
-           std::atan2(horizontalApertureInches * kMillimetresPerInch, 2 * focalLengthMillimetres);
+    return 2 * angleOf(horizontalApertureInches * kMillimetresPerInch, 2 * focalLengthMillimetres);
 }
 
 } // namespace host

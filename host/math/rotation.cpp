@@ -1,5 +1,7 @@
 #include "host/math/rotation.h"
 
+#include "host/math/angle.h"
+
 namespace host {
 namespace {
 
@@ -9,8 +11,7 @@ constexpr std::array<std::array<unsigned char, 3>, 6> kAxisSequence{
 
 Matrix4 axisRotation(std::size_t axis, double angle)
 {
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
+    const auto [s, c] = sineCosine(angle);
     const std::size_t next = (axis + 1) % 3;
     const std::size_t last = (axis + 2) % 3;
     Matrix4 result;

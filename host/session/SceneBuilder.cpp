@@ -134,7 +134,6 @@ NodeType SceneBuilder::typeFor(const file::CreateNode& command, bool& isUnknownW
 
 void SceneBuilder::createNode(const file::CreateNode& command)
 {
-    ++m_facts.nodesCreated;
     bool isUnknownWord = false;
     const NodeType type = typeFor(command, isUnknownWord);
     const NodeId parent = findParent(command);
@@ -176,8 +175,6 @@ void SceneBuilder::selectNode(std::string_view name)
     m_current = m_graph.findNode(name);
     if (m_current == kNoNode) {
         note(DiagnosticKind::MissingNode, "select", name);
-    } else {
-        ++m_facts.nodesCreated;
     }
 }
 

@@ -19,7 +19,6 @@ namespace host::session {
 struct SceneFacts {
     WorkingUnits units;
     std::vector<std::string> references; ///< paths of references that were left out, each once
-    std::size_t nodesCreated = 0;        ///< by statements, shared ones included
 };
 
 /// Builds a scene command by command. Nothing fails: what cannot be carried out becomes a

@@ -35,14 +35,14 @@ void readUnknown(Reader& reader, const Token& word)
     reader.sink.unknown(reader.text(shown));
 }
 
-/// One statement; the scanner stands at its first token.
-void readStatement(Reader& reader, Arguments& arguments)
+/// One statement; the scanner stands at its first token. False when the file ends inside it.
+bool readStatement(Reader& reader, Arguments& arguments)
 {
     const Token word = reader.scanner.take();
     reader.announce(reader.scanner.tokenOffset());
     if (word.kind == Token::Kind::Mark) {
         readUnknown(reader, word);
-        return; // what follows a stray brace may be a statement
+        return true; // what follows a stray brace may be a statement
     }
     if (word.kind == Token::Kind::Word && word.text == "setAttr") {
         readSetAttribute(reader);
@@ -54,7 +54,7 @@ void readStatement(Reader& reader, Arguments& arguments)
     } else {
         readUnknown(reader, word);
     }
-    reader.scanner.skipStatement();
+    return reader.scanner.skipStatement();
 }
 
 Expected<void> readFile(std::string_view file, CommandSink& sink, const ReadOptions& options)
@@ -67,17 +67,18 @@ Expected<void> readFile(std::string_view file, CommandSink& sink, const ReadOpti
     }
     Reader reader(file, start, findCodePage(text, hasMark), sink, options);
     Arguments arguments;
+    bool isWhole = false; // at least one statement, and the last one is not cut short
     while (!reader.scanner.isAtEndOfFile()) {
         if (*reader.scanner.position() == ';') {
             reader.scanner.skipStatement();
             continue;
         }
-        readStatement(reader, arguments);
+        isWhole = readStatement(reader, arguments);
         reader.forgetTexts();
         reader.passProgress();
     }
-    if (!reader.hasNode) {
-        return Error{ErrorCode::BadInput, "the file ends before any node is created", {}};
+    if (!reader.hasNode && !isWhole) {
+        return Error{ErrorCode::BadInput, "the file is cut short before any node is created", {}};
     }
     sink.endOfScene();
     return {};

@@ -20,7 +20,7 @@ struct ReadOptions {
 /// what there is.
 ///
 /// Failure  BadInput when the bytes do not begin with "//Maya" (a byte order mark may stand before
-///          it), or end before any node is created; `endOfScene` is then not called.
+///          it), or are cut short before any node is created; `endOfScene` is then not called.
 /// Memory   independent of the length of statements of numbers and faces: they are handed over in
 ///          pieces, as consecutive commands whose first index advances.
 Expected<void> readAscii(std::span<const char> bytes, CommandSink& sink,

@@ -61,6 +61,14 @@ TEST(Options, EncodesEverySetting)
     EXPECT_EQ(setting({"a.ma", "--log-level", "debug4"}, LOGLEVEL), "DEBUG4");
 }
 
+TEST(Options, TakesPathsThatBeginWithASlash)
+{
+    const auto options = read({"/scenes/a.ma", "-o", "/out/a.obx"});
+    ASSERT_TRUE(options);
+    EXPECT_EQ(options->scene, "/scenes/a.ma");
+    EXPECT_EQ(options->output, "/out/a.obx");
+}
+
 TEST(Options, RefusesFrameMinusOneBecauseItMeansNone)
 {
     int status = kExitDone;

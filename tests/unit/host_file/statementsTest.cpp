@@ -45,14 +45,21 @@ TEST(File, AByteOrderMarkIsSkipped)
               "createNode time name \"t\"\nend\n");
 }
 
-TEST(File, EndingBeforeAnyNodeIsAnError)
+TEST(File, CutShortBeforeAnyNodeIsAnError)
 {
-    EXPECT_EQ(readFile("//Maya"), "error: the file ends before any node is created\n");
-    EXPECT_EQ(readFile("//Maya ASCII 2018 scene\nrequires maya \"2018\";\n"),
-              "requires \"maya\" \"2018\"\nerror: the file ends before any node is created\n");
+    EXPECT_EQ(readFile("//Maya"), "error: the file is cut short before any node is created\n");
+    EXPECT_EQ(readFile("//Maya ASCII 2018 scene\nrequires maya \"2018\""),
+              "damaged \"requires\": the file ends inside the statement\n"
+              "error: the file is cut short before any node is created\n");
     EXPECT_EQ(readFile("//Maya ASCII 2018 scene\ncreateNode time -n \"t"),
               "damaged \"createNode\": the file ends inside the statement\n"
-              "error: the file ends before any node is created\n");
+              "error: the file is cut short before any node is created\n");
+}
+
+TEST(File, WholeWithoutAnyNodeIsAScene)
+{
+    EXPECT_EQ(readFile("//Maya ASCII 2018 scene\nrequires maya \"2018\";\n"),
+              "requires \"maya\" \"2018\"\nend\n");
 }
 
 TEST(File, ATruncatedFileDeliversWhatThereIs)
