@@ -24,6 +24,19 @@ void put(TypeComputes& computes, const OutputEntry& entry)
     }
 }
 
+/// Says of an input whether it may be read without looking any further.
+void settle(InputEntry& input, NodeType type, const TypeComputes& computes)
+{
+    if (input.attribute == kNoAttribute) {
+        return;
+    }
+    const Attribute row = type.attribute(input.attribute);
+    input.initial = row.initial;
+    input.isPlainNumber = isNumeric(row.kind) && !row.isMulti && !computes.isTime &&
+                          !computes.isResult[input.attribute] &&
+                          computes.find(input.attribute) == nullptr;
+}
+
 } // namespace
 
 const OutputEntry* TypeComputes::find(AttributeIndex attribute) const
@@ -54,9 +67,9 @@ void ComputeTable::resolve(NodeType type, TypeComputes& result) const
         if (!type.isA(row->type)) {
             continue;
         }
-        auto inputs = std::make_unique<std::vector<AttributeIndex>>();
+        auto inputs = std::make_unique<std::vector<InputEntry>>();
         for (const std::string_view name : row->inputs) {
-            inputs->push_back(type.findAttribute(name));
+            inputs->push_back({type.findAttribute(name), 0, false});
             takesGeometry |= isGeometryInput(name);
         }
         for (std::size_t output = 0; output < row->outputs.size(); ++output) {
@@ -75,6 +88,11 @@ void ComputeTable::resolve(NodeType type, TypeComputes& result) const
         }
         result.isResult.push_back(row.kind != AttributeKind::Message &&
                                   eval::isResult(type, row.longName));
+    }
+    for (const auto& inputs : result.inputLists) {
+        for (InputEntry& input : *inputs) {
+            settle(input, type, result);
+        }
     }
 }
 

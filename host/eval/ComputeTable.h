@@ -11,18 +11,25 @@
 
 namespace host::eval {
 
+/// One input of a computation, for one type.
+struct InputEntry {
+    AttributeIndex attribute = kNoAttribute; ///< the type may not have it
+    double initial = 0;
+    bool isPlainNumber = false; ///< without a connection it is what is stored, else `initial`
+};
+
 /// What computes one attribute of a type.
 struct OutputEntry {
     AttributeIndex attribute = kNoAttribute;
     std::size_t output = 0; ///< position in the row's list
     const NodeCompute* row = nullptr;
-    const std::vector<AttributeIndex>* inputs = nullptr; ///< in step with the row's list
+    const std::vector<InputEntry>* inputs = nullptr; ///< in step with the row's list
 };
 
 /// The computations of one type.
 struct TypeComputes {
     std::vector<OutputEntry> outputs; ///< ascending attributes
-    std::vector<std::unique_ptr<std::vector<AttributeIndex>>> inputLists;
+    std::vector<std::unique_ptr<std::vector<InputEntry>>> inputLists;
     /// What the type hands geometry on from; empty where a computation takes it in.
     std::vector<AttributeIndex> geometryInputs;
     std::vector<bool> isResult; ///< per attribute: computed by the node, never stored

@@ -56,7 +56,7 @@ public:
 
     Value input(std::size_t position) override
     {
-        const AttributeIndex attribute = (*m_entry.inputs)[position];
+        const AttributeIndex attribute = (*m_entry.inputs)[position].attribute;
         if (attribute == kNoAttribute) {
             return {};
         }
@@ -65,12 +65,20 @@ public:
 
     double number(std::size_t position, double fallback) override
     {
-        return input(position).number(fallback);
+        const InputEntry& entry = (*m_entry.inputs)[position];
+        if (!m_isUnconnected || !entry.isPlainNumber) {
+            return input(position).number(fallback);
+        }
+        const SlotId slot =
+            m_evaluator.m_graph.findSlot({m_plug.node, entry.attribute, kNoSlot, -1});
+        return slot == kNoSlot
+                   ? entry.initial
+                   : m_evaluator.m_graph.node(m_plug.node).slots[slot].value.number(entry.initial);
     }
 
     const NumericArray* array(std::size_t position) override
     {
-        const AttributeIndex attribute = (*m_entry.inputs)[position];
+        const AttributeIndex attribute = (*m_entry.inputs)[position].attribute;
         if (attribute == kNoAttribute) {
             return nullptr;
         }
@@ -109,6 +117,7 @@ private:
     Evaluator& m_evaluator;
     const Plug& m_plug;
     const OutputEntry& m_entry;
+    bool m_isUnconnected; ///< most nodes are: their numbers are read straight away
 };
 
 Evaluator::Evaluator(graph::Graph& graph, const InstanceTable& instances,

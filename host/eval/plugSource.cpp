@@ -53,7 +53,8 @@ Plug partOf(Graph& graph, const Plug& source, const Descent& descent)
     return child == kNoAttribute ? Plug{} : graph.child(source, child);
 }
 
-/// Answers "nothing" at once for the many small nodes that nothing is connected to.
+} // namespace
+
 bool hasNoInputs(const graph::Node& node)
 {
     constexpr std::size_t kSmall = 32;
@@ -63,8 +64,6 @@ bool hasNoInputs(const graph::Node& node)
     return std::none_of(node.slots.begin(), node.slots.end(),
                         [](const graph::Slot& slot) { return slot.input != 0xffffffff; });
 }
-
-} // namespace
 
 AttributeIndex childAt(const Graph& graph, NodeId node, AttributeIndex compound,
                        std::size_t position)

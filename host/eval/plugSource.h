@@ -9,6 +9,9 @@ namespace host::eval {
 /// the source connected to the nearest compound, element or array around it. Null plug: none.
 graph::Plug sourceOf(graph::Graph& graph, const graph::Plug& plug);
 
+/// True for a small node without any connection to it; false may also mean that nobody looked.
+bool hasNoInputs(const graph::Node& node);
+
 /// The child attribute at a position of a compound attribute; kNoAttribute when it has fewer.
 AttributeIndex childAt(const graph::Graph& graph, graph::NodeId node, AttributeIndex compound,
                        std::size_t position);

@@ -58,11 +58,11 @@ void BetaExtractor::extract(const MDagPath& path,
         return;
     }
     const unsigned int primitiveCount = extractor.primitiveCount(indexing);
-    std::vector<std::uint32_t> indices;
+    std::vector<std::int32_t> indices;
     if (!fillIndexBuffer(extractor, indexing, primitiveCount, indices)) {
         FILE_LOG(WARNING) << "handle Error";
         return;
     }
-    object->setTriangles(std::vector<std::int32_t>(indices.begin(), indices.end()));
+    object->setTriangles(std::move(indices));
     FILE_LOG(DEBUG2) << "Extracted Mesh with " << primitiveCount << " Triangles";
 }

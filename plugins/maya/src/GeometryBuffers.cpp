@@ -46,7 +46,7 @@ bool fillVertexBuffer(const MGeometryExtractor& extractor, const MVertexBufferDe
 }
 
 bool fillIndexBuffer(const MGeometryExtractor& extractor, const MIndexBufferDescriptor& indices,
-                     unsigned int primitiveCount, std::vector<std::uint32_t>& buffer)
+                     unsigned int primitiveCount, std::vector<std::int32_t>& buffer)
 {
     buffer.resize(MGeometryExtractor::minimumBufferSize(primitiveCount, indices.primitive()));
     if (primitiveCount == 0) {

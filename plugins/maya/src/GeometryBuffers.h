@@ -35,7 +35,8 @@ bool fillVertexBuffer(const MHWRender::MGeometryExtractor& extractor,
                       const MHWRender::MVertexBufferDescriptor& stream, std::vector<float>& buffer);
 
 /// The indices of a component's triangles, three each; false when Maya could not fill them. No
-/// triangles are a success.
+/// triangles are a success. Maya writes unsigned numbers; they are kept as the signed ones that the
+/// scene has, in the same bytes.
 bool fillIndexBuffer(const MHWRender::MGeometryExtractor& extractor,
                      const MHWRender::MIndexBufferDescriptor& indices, unsigned int primitiveCount,
-                     std::vector<std::uint32_t>& buffer);
+                     std::vector<std::int32_t>& buffer);

@@ -9,6 +9,7 @@
 #include <maya/MGeometryExtractor.h>
 #include <maya/MGeometryRequirements.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -17,7 +18,7 @@ using MHWRender::MGeometryExtractor;
 
 namespace {
 
-constexpr std::uint32_t kUnused = 0xffffffff;
+constexpr std::int32_t kUnused = -1;
 
 /// Every face of a mesh, as a component.
 MObject allFaces(const MFnMesh& mesh)
@@ -30,20 +31,24 @@ MObject allFaces(const MFnMesh& mesh)
 
 /// Renumbers `indices` by first use; returns the source vertex of each new one. Indices beyond
 /// `vertexCount` are not expected of Maya and drop their triangle.
-std::vector<std::uint32_t> renumber(std::vector<std::uint32_t>& indices, std::size_t vertexCount)
+std::vector<std::uint32_t> renumber(std::vector<std::int32_t>& indices, std::size_t vertexCount)
 {
-    std::vector<std::uint32_t> newIndex(vertexCount, kUnused);
+    std::vector<std::int32_t> newIndex(vertexCount, kUnused);
     std::vector<std::uint32_t> sources;
+    sources.reserve(std::min(vertexCount, indices.size()));
+    const auto isKnown = [vertexCount](std::int32_t index) {
+        return static_cast<std::uint32_t>(index) < vertexCount;
+    };
     std::size_t kept = 0;
     for (std::size_t first = 0; first + 2 < indices.size(); first += 3) {
-        if (indices[first] >= vertexCount || indices[first + 1] >= vertexCount ||
-            indices[first + 2] >= vertexCount) {
+        if (!isKnown(indices[first]) || !isKnown(indices[first + 1]) ||
+            !isKnown(indices[first + 2])) {
             continue;
         }
         for (std::size_t corner = 0; corner < 3; ++corner) {
-            const std::uint32_t source = indices[first + corner];
+            const auto source = static_cast<std::uint32_t>(indices[first + corner]);
             if (newIndex[source] == kUnused) {
-                newIndex[source] = static_cast<std::uint32_t>(sources.size());
+                newIndex[source] = static_cast<std::int32_t>(sources.size());
                 sources.push_back(source);
             }
             indices[kept++] = newIndex[source];
@@ -73,13 +78,6 @@ std::vector<float> gather(std::vector<float>&& buffer, std::size_t stride,
         }
     }
     std::vector<float>().swap(buffer);
-    return result;
-}
-
-std::vector<std::int32_t> toSigned(std::vector<std::uint32_t>&& indices)
-{
-    std::vector<std::int32_t> result(indices.begin(), indices.end());
-    std::vector<std::uint32_t>().swap(indices);
     return result;
 }
 
@@ -127,7 +125,7 @@ void HWMeshExtractor::extract(const MDagPath& path,
     }
 
     const unsigned int primitiveCount = extractor.primitiveCount(indexing);
-    std::vector<std::uint32_t> indices;
+    std::vector<std::int32_t> indices;
     if (!fillIndexBuffer(extractor, indexing, primitiveCount, indices)) {
         FILE_LOG(WARNING) << "handle Error";
         return;
@@ -138,6 +136,6 @@ void HWMeshExtractor::extract(const MDagPath& path,
     object->setNormals(
         gather(std::move(normals), static_cast<std::size_t>(streams.normals.stride()), sources));
     object->setUVs(gather(std::move(uvs), static_cast<std::size_t>(streams.uvs.stride()), sources));
-    object->setTriangles(toSigned(std::move(indices)));
+    object->setTriangles(std::move(indices));
     FILE_LOG(DEBUG2) << "Extracted Mesh with " << primitiveCount << " Triangles";
 }
