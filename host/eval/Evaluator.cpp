@@ -46,7 +46,10 @@ std::string_view typeWord(const Node& node)
 class Evaluator::Context final : public ComputeContext {
 public:
     Context(Evaluator& evaluator, const Plug& plug, const OutputEntry& entry)
-        : m_evaluator(evaluator), m_plug(plug), m_entry(entry)
+        : m_evaluator(evaluator)
+        , m_plug(plug)
+        , m_entry(entry)
+        , m_isUnconnected(hasNoInputs(evaluator.m_graph.node(plug.node)))
     {
     }
 
