@@ -57,8 +57,8 @@ public:
     std::uint32_t generation() const { return m_generation; }
     void newScene();
     /// Replaces the scene by a file's. Fails (Io, BadInput) when the file cannot be read, is of no
-    /// known format or is cut short before any node; then a new scene is open. Everything else degrades and
-    /// is noted in `diagnostics()`.
+    /// known format or is cut short before any node; then a new scene is open. Everything else
+    /// degrades and is noted in `diagnostics()`.
     Expected<void> open(std::string_view utf8Path);
     /// Absolute path of the open file with forward slashes; ends in "untitled" for a new scene.
     const std::string& currentFile() const { return m_currentFile; }
