@@ -162,6 +162,8 @@ void Session::setCurrentTime(std::int64_t ticks)
     m_evaluation->evaluator.setTime(ticks);
     std::fill(m_evaluation->visibility.begin(), m_evaluation->visibility.end(),
               Evaluation::Visibility::NotAsked);
+    m_evaluation->lastPath.nodes.clear();
+    m_evaluation->lastWorlds.clear();
 }
 
 } // namespace host::session

@@ -148,6 +148,7 @@ private:
     void finishScene(std::unique_ptr<Evaluation> evaluation);
     bool isOpened() const;
     bool isNodeVisible(NodeId node);
+    Matrix4 worldMatrix(NodeId node, const Matrix4& above);
     bool isFedByCurve(NodeId node) const;
     std::vector<std::string> shortestNames(const std::vector<NodeId>& nodes) const;
     void noteMesh(NodeId shape, const Plug& plug, bool hasMesh);

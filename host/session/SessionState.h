@@ -42,6 +42,8 @@ struct Session::Evaluation {
     std::vector<Visibility> visibility; ///< per node, at the current time
     std::unordered_map<std::string_view, VisibilityAttributes> visibilityOfType;
     std::map<NodeId, MeshOutcome> meshes;
+    DagPath lastPath;                ///< whose world matrix was asked for last, at the current time
+    std::vector<Matrix4> lastWorlds; ///< of each of its nodes
 };
 
 } // namespace host::session

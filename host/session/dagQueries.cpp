@@ -124,23 +124,37 @@ bool Session::isVisible(const DagPath& path)
     return true;
 }
 
+/// The matrices above the node that the last path had in common with this one are there already.
 Matrix4 Session::inclusiveMatrix(const DagPath& path)
 {
-    Matrix4 world;
-    for (const NodeId node : path.nodes) {
-        const NodeType type = m_graph->node(node).type;
-        if (!type.isTransform()) {
-            continue;
-        }
-        const Plug offset = topPlug(node, type.findAttribute("offsetParentMatrix"));
-        const Plug inherits = topPlug(node, type.findAttribute("inheritsTransform"));
-        Matrix4 local = localMatrix(node).valueOr(Matrix4{});
-        if (const auto matrix = value(offset).data<Matrix4>()) {
-            local = local * *matrix;
-        }
-        world = number(inherits, 1) != 0 ? local * world : local;
+    std::vector<NodeId>& known = m_evaluation->lastPath.nodes;
+    std::vector<Matrix4>& worlds = m_evaluation->lastWorlds;
+    const auto differing =
+        std::mismatch(known.begin(), known.end(), path.nodes.begin(), path.nodes.end());
+    known.erase(differing.first, known.end());
+    worlds.resize(known.size());
+    for (std::size_t depth = known.size(); depth < path.nodes.size(); ++depth) {
+        const Matrix4 above = depth == 0 ? Matrix4{} : worlds.back();
+        worlds.push_back(worldMatrix(path.nodes[depth], above));
+        known.push_back(path.nodes[depth]);
     }
-    return world;
+    return worlds.empty() ? Matrix4{} : worlds.back();
+}
+
+/// World matrix of a node below one whose world matrix is `above`; a shape stands where that does.
+Matrix4 Session::worldMatrix(NodeId node, const Matrix4& above)
+{
+    const NodeType type = m_graph->node(node).type;
+    if (!type.isTransform()) {
+        return above;
+    }
+    const Plug offset = topPlug(node, type.findAttribute("offsetParentMatrix"));
+    const Plug inherits = topPlug(node, type.findAttribute("inheritsTransform"));
+    Matrix4 world = localMatrix(node).valueOr(Matrix4{});
+    if (const auto matrix = value(offset).data<Matrix4>()) {
+        world = world * *matrix;
+    }
+    return number(inherits, 1) != 0 ? world * above : world;
 }
 
 Expected<Matrix4> Session::localMatrix(NodeId node)

@@ -108,12 +108,17 @@ std::string Session::report() const
     std::size_t defaults = 0;
     std::size_t dagNodes = 0;
     std::size_t meshShapes = 0;
+    std::size_t alive = 0;
     for (NodeId node = 1; node < m_graph->nodeCount(); ++node) {
+        if (!m_graph->node(node).isAlive) {
+            continue;
+        }
+        ++alive;
         defaults += m_graph->node(node).isDefault ? 1 : 0;
         dagNodes += m_graph->node(node).isDag() ? 1 : 0;
         meshShapes += m_graph->node(node).type.isA("mesh") ? 1 : 0;
     }
-    json.number("total", m_graph->nodeCount() - 1);
+    json.number("total", alive);
     json.number("ofNewScene", defaults);
     json.number("inDag", dagNodes);
     json.endObject();

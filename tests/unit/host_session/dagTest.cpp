@@ -238,6 +238,20 @@ TEST_F(Dag, PutsTheOffsetBetweenANodeAndItsParent)
     EXPECT_EQ(session.localMatrix(node("b")).valueOr({}).m[3][0], 1);
 }
 
+TEST_F(Dag, PlacesPathsInAnyOrder)
+{
+    open(R"(createNode transform -n "a"; setAttr ".tx" 1;
+        createNode transform -n "b" -p "a"; setAttr ".tx" 10;
+        createNode transform -n "c" -p "b"; setAttr ".tx" 100;
+        createNode transform -n "d" -p "a"; setAttr ".tx" 1000;)");
+    EXPECT_EQ(place("c").x, 111);
+    EXPECT_EQ(place("d").x, 1001);
+    EXPECT_EQ(place("a").x, 1);
+    EXPECT_EQ(place("b").x, 11);
+    EXPECT_EQ(session.inclusiveMatrix({}), Matrix4{});
+    EXPECT_EQ(place("c").x, 111);
+}
+
 TEST_F(Dag, CompensatesAJointForItsParentsScaleWhenConnected)
 {
     const std::string joints = R"(createNode joint -n "a";

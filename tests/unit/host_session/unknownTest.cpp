@@ -99,6 +99,9 @@ TEST_F(Unknown, TypesWithChildrenBecomeTransformsWithAllTheyHave)
         alive += each.isAlive && each.unknownType == "rigThing" ? 1 : 0;
     }
     EXPECT_EQ(alive, 1U);
+    EXPECT_NE(
+        session.report().find("\"total\": " + std::to_string(session.graph().nodeCount() - 2)),
+        std::string::npos); // without the world and the node that was replaced
 }
 
 TEST_F(Unknown, AttributesOfKnownTypesAreKeptAndNotedOncePerTypeAndName)
