@@ -82,7 +82,8 @@ void writeShapesNotConverted(JsonText& json, const Graph& graph)
         std::uint64_t count = 0;
         std::string_view first;
         for (NodeId node = 1; node < graph.nodeCount(); ++node) {
-            if (graph.node(node).type.name() == type && count++ == 0) {
+            const graph::Node& candidate = graph.node(node);
+            if (candidate.isAlive && candidate.type.name() == type && count++ == 0) {
                 first = graph.node(node).name;
             }
         }
