@@ -19,10 +19,14 @@ constexpr const char* kAbout =
     "  maya2vistrel room.ma --report room.json     and tells what was approximated or left out\n"
     "  maya2vistrel room.ma -o - | renderer -      to standard output\n";
 
-constexpr const char* kExitStatuses = "Exit status: 0 done, 2 wrong usage, 3 scene missing or "
-                                      "unreadable, 4 not a Maya scene or damaged,\n"
-                                      "6 the result could not be written, 7 the importer died. An "
-                                      "existing result stays as it was unless the status is 0.";
+// clang-format off
+constexpr const char* kFooter =
+    "Animation, layers, NURBS surfaces and hair are not converted yet: their flags change nothing.\n"
+    "\n"
+    "Exit status: 0 done, 2 wrong usage, 3 scene missing or unreadable, 4 not a Maya scene or damaged,\n"
+    "6 the result could not be written, 7 the importer died. An existing result stays as it was unless\n"
+    "the status is 0.";
+// clang-format on
 
 struct Flags {
     std::optional<int> frame;
@@ -138,7 +142,7 @@ std::optional<Options> readOptions(int argc, char** argv, int& exitStatus)
     Options options;
     Flags flags;
     CLI::App app(kAbout, "maya2vistrel");
-    app.footer(kExitStatuses);
+    app.footer(kFooter);
     app.allow_windows_style_options(false); // a path may begin with a slash on every system
     app.set_version_flag("--version", "maya2vistrel 0.1.0");
     declareFiles(app, options);
