@@ -32,13 +32,13 @@ protected:
 TEST_F(GroupStackTest, APushedGroupBecomesASubGroupOfTheTop)
 {
     GroupStack stack;
-    const auto root = group("root");
+    const auto root = group("top");
     const auto child = group("child");
     stack.push(root);
     stack.push(child);
     ASSERT_EQ(root->groupCount(), 1u);
     EXPECT_EQ(root->groups()[0], child);
-    EXPECT_EQ(textOf(stack), "/root/child");
+    EXPECT_EQ(textOf(stack), "/top/child");
 }
 
 TEST_F(GroupStackTest, PopsToADepthAndTellsWhatIsLeft)
@@ -65,7 +65,7 @@ TEST_F(GroupStackTest, AddsGeometryToTheTopAndIgnoresNone)
 {
     GroupStack stack;
     stack.addToTop(std::make_shared<orv::TriangleObject>("lost")); // no group is open
-    const auto root = group("root");
+    const auto root = group("top");
     const auto child = group("child");
     stack.push(root);
     stack.push(child);
