@@ -5,6 +5,7 @@
 #include "host/eval/plugSource.h"
 
 #include <algorithm>
+#include <array>
 
 namespace host::eval {
 
@@ -24,6 +25,9 @@ constexpr std::uint32_t kMaxAttempts = 100000;
 /// Inputs that are tried in turn where a node joins several geometries.
 constexpr std::size_t kMaxPassedInputs = 64;
 
+/// Compounds around an attribute.
+constexpr std::size_t kMaxNesting = 12;
+
 std::uint64_t keyOf(NodeId node, SlotId slot)
 {
     return std::uint64_t{node} << 32 | slot;
@@ -31,8 +35,16 @@ std::uint64_t keyOf(NodeId node, SlotId slot)
 
 bool mayBeGeometry(AttributeKind kind)
 {
-    return kind == AttributeKind::Mesh || kind == AttributeKind::Geometry ||
+    return kind == AttributeKind::Mesh || kind == AttributeKind::NurbsCurve ||
+           kind == AttributeKind::NurbsSurface || kind == AttributeKind::Geometry ||
            kind == AttributeKind::Any;
+}
+
+bool isGeometry(const Value& value)
+{
+    return value.data<geometry::MeshData>() != nullptr ||
+           value.data<geometry::SurfaceData>() != nullptr ||
+           value.data<geometry::CurveData>() != nullptr;
 }
 
 std::string_view typeWord(const Node& node)
@@ -88,6 +100,21 @@ public:
         return m_evaluator.m_graph.findNumericArray({m_plug.node, attribute, kNoSlot, -1});
     }
 
+    std::vector<std::int32_t> elementIndices(std::size_t position,
+                                             std::span<const std::int32_t> outer) override
+    {
+        const Plug plug = plugInside(position, outer);
+        return plug ? m_evaluator.elementsOf(plug) : std::vector<std::int32_t>();
+    }
+
+    Value element(std::size_t position, std::span<const std::int32_t> indices) override
+    {
+        const Plug plug = plugInside(position, indices);
+        return plug ? m_evaluator.fetch(plug).value_or(Value()) : Value();
+    }
+
+    std::shared_ptr<const void>& kept() override { return m_evaluator.m_kept[m_plug.node]; }
+
     Matrix4 parentWorldMatrix() override
     {
         const auto instance = static_cast<std::uint32_t>(std::max(0, m_plug.index));
@@ -117,6 +144,36 @@ public:
     void noteUncomputed() override { m_evaluator.noteUncomputed(m_plug.node); }
 
 private:
+    /// The plug that one index per multi leads to on the way down to an input; where the indices
+    /// end early the multi at which they do; null plug when there are too many.
+    Plug plugInside(std::size_t position, std::span<const std::int32_t> indices)
+    {
+        const AttributeIndex attribute = (*m_entry.inputs)[position].attribute;
+        if (attribute == kNoAttribute) {
+            return {};
+        }
+        graph::Graph& graph = m_evaluator.m_graph;
+        std::array<AttributeIndex, kMaxNesting> way{};
+        std::size_t depth = 0;
+        for (AttributeIndex at = attribute; at != kNoAttribute && depth < kMaxNesting;
+             at = graph.attribute(m_plug.node, at).parent) {
+            way[depth++] = at;
+        }
+        Plug plug;
+        std::size_t used = 0;
+        for (; depth > 0; --depth) {
+            const AttributeIndex step = way[depth - 1];
+            plug = plug ? graph.child(plug, step) : Plug{m_plug.node, step, kNoSlot, -1};
+            if (graph.attribute(m_plug.node, step).isMulti) {
+                if (used == indices.size()) {
+                    return plug;
+                }
+                plug = graph.element(plug, indices[used++]);
+            }
+        }
+        return used == indices.size() ? plug : Plug{};
+    }
+
     Evaluator& m_evaluator;
     const Plug& m_plug;
     const OutputEntry& m_entry;
@@ -227,6 +284,22 @@ std::optional<Value> Evaluator::fetch(const Plug& plug)
     return std::nullopt;
 }
 
+/// The elements that a multi has: its own, and those of a multi that is connected to it as a whole.
+std::vector<std::int32_t> Evaluator::elementsOf(const Plug& array)
+{
+    std::vector<std::int32_t> indices = m_graph.elementIndices(array);
+    const Plug source = sourceOf(m_graph, array);
+    if (!source || !m_graph.attribute(source.node, source.attribute).isMulti) {
+        return indices;
+    }
+    for (const std::int32_t index : m_graph.elementIndices(source)) {
+        indices.push_back(index);
+    }
+    std::sort(indices.begin(), indices.end());
+    indices.erase(std::unique(indices.begin(), indices.end()), indices.end());
+    return indices;
+}
+
 Value Evaluator::attempt(const Plug& plug)
 {
     if (const Plug source = sourceOf(m_graph, plug)) {
@@ -271,7 +344,7 @@ Value Evaluator::passThrough(const Plug& plug, const std::vector<Plug>& inputs)
         if (!given) {
             return {};
         }
-        if (given->data<geometry::MeshData>() != nullptr) {
+        if (isGeometry(*given)) {
             if (!isExact) {
                 noteUncomputed(plug.node);
                 notePassed(plug.node, false);

@@ -63,6 +63,7 @@ private:
     void step();
     void finish(const graph::Plug& plug, Value value);
 
+    std::vector<std::int32_t> elementsOf(const graph::Plug& array);
     std::vector<graph::Plug> geometryInputs(const graph::Plug& output);
     std::vector<graph::Plug> unknownNodeInputs(const graph::Plug& output) const;
     bool isWithoutEffect(graph::NodeId node);
@@ -85,7 +86,9 @@ private:
     std::unordered_map<std::uint64_t, std::uint32_t> m_passedOf; ///< node and slot -> list
     std::unordered_set<std::uint64_t> m_usesTime;                ///< node and slot
     std::unordered_map<std::uint64_t, Value>
-        m_stored;                ///< values under computed ones; node and slot
+        m_stored; ///< values under computed ones; node and slot
+    std::unordered_map<graph::NodeId, std::shared_ptr<const void>>
+        m_kept;                  ///< what computations keep of their nodes
     std::vector<bool> m_isNoted; ///< nodes noted as uncomputed
 };
 

@@ -22,8 +22,9 @@ constexpr std::array<std::string_view, 11> kResultTypes{
     "nearestPointOnCurve", "pointOnCurveInfo",   "samplerInfo",
 };
 
-constexpr std::array<std::string_view, 6> kGeometryInputs{
-    "inMesh", "inputGeometry", "inputMesh", "inputPoly", "inputPolymesh", "undeformedGeometry",
+constexpr std::array<std::string_view, 8> kGeometryInputs{
+    "inMesh",    "inputCurve",    "inputGeometry", "inputMesh",
+    "inputPoly", "inputPolymesh", "inputSurface",  "undeformedGeometry",
 };
 
 bool contains(std::span<const std::string_view> names, std::string_view name)

@@ -13,3 +13,6 @@ set(SOURCES
     mesh/triangulate.cpp
     mesh/tweak.cpp
 )
+foreach(folder animation curve hair nurbs tessellation)
+    include(${CMAKE_CURRENT_LIST_DIR}/${folder}/sources.cmake)
+endforeach()

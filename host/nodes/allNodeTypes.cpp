@@ -1,22 +1,45 @@
 #include "host/nodes/allNodeTypes.h"
 
+#include "host/nodes/animation/allAnimationNodes.h"
+#include "host/nodes/arithmetic/allArithmeticNodes.h"
+#include "host/nodes/hair/allHairNodes.h"
 #include "host/nodes/nodeTypes.h"
+#include "host/nodes/nurbs/allNurbsNodes.h"
 
+#include <algorithm>
 #include <array>
+#include <vector>
 
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 10> kAllNodeTypes{
+constinit const std::array<const NodeCompute*, 10> kCommonNodes{
     &kDagNode, &kFile,      &kGroupId,   &kGroupParts, &kJoint,
     &kMesh,    &kTexture2d, &kTexture3d, &kTransform,  &kUnitConversion,
 };
+
+bool byType(const NodeCompute* left, const NodeCompute* right)
+{
+    return left->type < right->type;
+}
+
+std::vector<const NodeCompute*> gather()
+{
+    std::vector<const NodeCompute*> rows(kCommonNodes.begin(), kCommonNodes.end());
+    for (const auto folder :
+         {allAnimationNodes(), allArithmeticNodes(), allHairNodes(), allNurbsNodes()}) {
+        rows.insert(rows.end(), folder.begin(), folder.end());
+    }
+    std::stable_sort(rows.begin(), rows.end(), byType);
+    return rows;
+}
 
 } // namespace
 
 std::span<const NodeCompute* const> allNodeTypes()
 {
-    return kAllNodeTypes;
+    static const std::vector<const NodeCompute*> kRows = gather();
+    return kRows;
 }
 
 } // namespace host::nodes

@@ -3,7 +3,10 @@
 // visible to them.
 #pragma once
 
+#include "host/geometry/hair/RenderLines.h"
 #include "host/geometry/mesh/MeshData.h"
+#include "host/geometry/mesh/renderMesh.h"
+#include "host/geometry/nurbs/SurfaceData.h"
 #include "host/graph/Graph.h"
 #include "host/math/Matrix4.h"
 #include "host/support/Diagnostics.h"
@@ -126,6 +129,18 @@ public:
     Expected<std::vector<SetMembership>> connectedSets(NodeId shape, std::uint32_t instance,
                                                        bool renderableOnly);
     bool isShadingGroup(NodeId set) const;
+
+    // --- curves and surfaces
+    /// The evaluated surface of a nurbsSurface shape, with its trims; null when it has no geometry.
+    std::shared_ptr<const geometry::SurfaceData> surface(NodeId shape);
+    /// The evaluated curve of a nurbsCurve shape; null when it has no geometry.
+    std::shared_ptr<const geometry::CurveData> curve(NodeId shape);
+    /// The triangles of a nurbsSurface shape as the shape asks to be shown, positions in object
+    /// space; null when it has no geometry.
+    std::shared_ptr<const geometry::RenderMesh> tessellation(NodeId shape);
+    /// The strands of a pfxHair shape (lines of a stroke or pfxToon shape) at the current time, in
+    /// object space; null when nothing is known of them.
+    std::shared_ptr<const geometry::RenderLines> renderLines(NodeId shape);
 
     // --- commands
     /// The answers of "ls -shapes" and "currentUnit -query -linear"; fails (InvalidParameter) for

@@ -9,8 +9,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string_view>
+#include <vector>
 
 namespace host {
 
@@ -34,6 +36,21 @@ public:
     virtual double number(std::size_t position, double fallback) = 0;
     /// The stored elements of a numeric multi; null when it has none.
     virtual const NumericArray* array(std::size_t position) = 0;
+    /// The logical indices at which a multi input has elements (set or connected), ascending. For
+    /// an input that is a child of a multi compound ("key_Position" of key[i]) those of the
+    /// compound. With multis inside multis `outer` holds the indices of those further out, the
+    /// outermost first.
+    virtual std::vector<std::int32_t> elementIndices(std::size_t position,
+                                                     std::span<const std::int32_t> outer = {}) = 0;
+    /// The value of an input inside multis: one index per multi on the way, the outermost first.
+    virtual Value element(std::size_t position, std::span<const std::int32_t> indices) = 0;
+    Value element(std::size_t position, std::int32_t index)
+    {
+        return element(position, std::span<const std::int32_t>(&index, 1));
+    }
+    /// A place of the node's own for what it made of values that never change: its stored ones.
+    /// Null at first; what is put here stays as long as the scene is open.
+    virtual std::shared_ptr<const void>& kept() = 0;
 
     /// World matrix of the parent on the instance path `index()`; identity below the world.
     virtual Matrix4 parentWorldMatrix() = 0;

@@ -3,10 +3,14 @@
 
 #include "host/types/ComputeContext.h"
 
+#include <algorithm>
 #include <map>
+#include <memory>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace test {
 
@@ -18,12 +22,18 @@ public:
 
     std::map<std::string, host::Value, std::less<>> values;
     std::map<std::string, const host::NumericArray*, std::less<>> arrays;
+    /// Per multi input: the values of its elements by their indices, the outermost first.
+    std::map<std::string, std::map<std::vector<std::int32_t>, host::Value>, std::less<>> elements;
     host::Matrix4 parent;
     std::int32_t number_ = 1;
     std::int64_t ticks = 0;
     std::size_t timesUncomputed = 0;
 
     void set(std::string_view name, double number) { values[std::string(name)] = number; }
+    void setElement(const std::string& name, std::vector<std::int32_t> indices, host::Value value)
+    {
+        elements[name][std::move(indices)] = std::move(value);
+    }
     void setVector(const std::string& name, double x, double y, double z)
     {
         set(name + "X", x);
@@ -65,6 +75,33 @@ public:
         const auto found = arrays.find(m_row.inputs[position]);
         return found == arrays.end() ? nullptr : found->second;
     }
+    std::vector<std::int32_t> elementIndices(std::size_t position,
+                                             std::span<const std::int32_t> outer) override
+    {
+        std::vector<std::int32_t> indices;
+        const auto found = elements.find(m_row.inputs[position]);
+        if (found == elements.end()) {
+            return indices;
+        }
+        for (const auto& [way, value] : found->second) {
+            const bool isInside =
+                way.size() > outer.size() && std::equal(outer.begin(), outer.end(), way.begin());
+            if (isInside && (indices.empty() || indices.back() != way[outer.size()])) {
+                indices.push_back(way[outer.size()]);
+            }
+        }
+        return indices;
+    }
+    host::Value element(std::size_t position, std::span<const std::int32_t> indices) override
+    {
+        const auto found = elements.find(m_row.inputs[position]);
+        if (found == elements.end()) {
+            return {};
+        }
+        const auto value = found->second.find({indices.begin(), indices.end()});
+        return value == found->second.end() ? host::Value() : value->second;
+    }
+    std::shared_ptr<const void>& kept() override { return m_kept; }
     host::Matrix4 parentWorldMatrix() override { return parent; }
     std::int32_t nodeNumber() const override { return number_; }
     std::int64_t time() override { return ticks; }
@@ -74,6 +111,7 @@ private:
     const host::NodeCompute& m_row;
     std::size_t m_output = 0;
     std::int32_t m_index = -1;
+    std::shared_ptr<const void> m_kept;
 };
 
 } // namespace test

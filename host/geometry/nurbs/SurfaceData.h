@@ -3,17 +3,9 @@
 
 #include "host/geometry/curve/CurveData.h"
 
-namespace host::geometry {
+#include <memory>
 
-/// Control points: v runs fastest, (x y z) or (x y z w) each, centimetres; knots without the two
-/// outermost of each direction.
-struct SurfaceData {
-    std::int32_t degreeU = 0, degreeV = 0;
-    SplineForm formU = SplineForm::Open, formV = SplineForm::Open;
-    bool rational = false;
-    std::vector<double> knotsU, knotsV;
-    std::vector<double> poles;
-};
+namespace host::geometry {
 
 /// One edge of a trim boundary: curves in space and in the parameter plane that belong together.
 struct TrimEdge {
@@ -37,6 +29,22 @@ struct TrimBoundary {
 struct TrimRegion {
     bool flipNormal = false;
     std::vector<TrimBoundary> boundaries;
+};
+
+/// Control points: v runs fastest, (x y z) or (x y z w) each, centimetres; knots without the two
+/// outermost of each direction. Coordinates are not multiplied by the weight.
+struct SurfaceData {
+    std::int32_t degreeU = 0, degreeV = 0;
+    SplineForm formU = SplineForm::Open, formV = SplineForm::Open;
+    bool rational = false;
+    std::vector<double> knotsU, knotsV;
+    std::vector<double> poles;
+    std::vector<std::shared_ptr<const TrimRegion>> trims; ///< empty: untrimmed
+
+    std::size_t stride() const { return rational ? 4 : 3; }
+    std::size_t cvCountU() const { return knotsU.size() + 1 - static_cast<std::size_t>(degreeU); }
+    std::size_t cvCountV() const { return knotsV.size() + 1 - static_cast<std::size_t>(degreeV); }
+    bool isTrimmed() const { return !trims.empty(); }
 };
 
 } // namespace host::geometry

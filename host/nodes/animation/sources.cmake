@@ -1,0 +1,3 @@
+list(APPEND SOURCES
+    animation/allAnimationNodes.cpp
+)
