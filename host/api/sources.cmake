@@ -13,6 +13,9 @@ set(SOURCES
     src/MFnLambertShader.cpp
     src/MFnMesh.cpp
     src/MFnNumericData.cpp
+    src/MFnNurbsCurve.cpp
+    src/MFnNurbsSurface.cpp
+    src/MFnPfxGeometry.cpp
     src/MFnSingleIndexedComponent.cpp
     src/MFnTransform.cpp
     src/MGeometryExtractor.cpp
@@ -27,13 +30,17 @@ set(SOURCES
     src/MObject.cpp
     src/MPlug.cpp
     src/MPoint.cpp
+    src/MRenderLine.cpp
+    src/MRenderLineArray.cpp
     src/MStatus.cpp
     src/MString.cpp
     src/MTime.cpp
     src/MTransformationMatrix.cpp
+    src/MTrimBoundaryArray.cpp
     src/MVector.cpp
     src/functionSetName.cpp
     src/renderMeshOf.cpp
+    src/splineArrays.cpp
     src/timeUnit.cpp
     src/toStatus.cpp
     src/utf8.cpp

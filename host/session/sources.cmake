@@ -12,10 +12,11 @@ set(SOURCES
     currentSession.cpp
     dagQueries.cpp
     defaultScene.cpp
-    meshQueries.cpp
+    hairQueries.cpp
     plugLookup.cpp
     plugQueries.cpp
     report.cpp
     setQueries.cpp
+    shapeQueries.cpp
     unknownNodes.cpp
 )

@@ -10,6 +10,8 @@
 #include <maya/MGeometryRequirements.h>
 #include <maya/MObject.h>
 #include <maya/MPlug.h>
+#include <maya/MRenderLine.h>
+#include <maya/MRenderLineArray.h>
 #include <maya/MStatus.h>
 #include <maya/MTime.h>
 
@@ -21,6 +23,13 @@
 struct MDagPath::Content {
     std::uint32_t generation = 0;
     host::session::DagPath path;
+};
+
+/// What a line shows of one of the host's; `world` is null for object space.
+struct MRenderLine::Content {
+    const host::geometry::RenderLine* line = nullptr;
+    const host::Matrix4* world = nullptr;
+    bool hasPoints = false, hasWidths = false, hasColors = false;
 };
 
 namespace host::api {
@@ -66,6 +75,7 @@ struct Inside {
     static MObject attribute(session::NodeId node, AttributeIndex attribute);
     static MObject component(std::shared_ptr<Component> component);
     static MObject numbers(const NumericRecord& record);
+    static MObject curve(std::shared_ptr<const geometry::CurveData> curve);
 
     /// The node of an object; kNoNode when it is none of the open scene.
     static session::NodeId nodeOf(const MObject& object);
@@ -73,6 +83,7 @@ struct Inside {
     static session::NodeId attributeOf(const MObject& object, AttributeIndex& attribute);
     static Component* componentOf(const MObject& object);
     static const NumericRecord* numbersOf(const MObject& object);
+    static std::shared_ptr<const geometry::CurveData> curveOf(const MObject& object);
 
     // --- paths; null when there is no path of the open scene
     static MDagPath path(session::DagPath path);
@@ -81,6 +92,16 @@ struct Inside {
     // --- plugs; a null plug when there is none of the open scene
     static MPlug plug(const graph::Plug& plug);
     static graph::Plug plugOf(const MPlug& plug);
+
+    // --- lines of Paint Effects shapes
+    /// Lines that are handed out together; they keep what they point to.
+    struct LineBatch {
+        std::shared_ptr<const geometry::RenderLines> source;
+        Matrix4 world;
+        std::vector<MRenderLine::Content> lines;
+    };
+    static void setLines(MRenderLineArray& array, std::shared_ptr<const LineBatch> batch);
+    static MRenderLine line(const std::shared_ptr<const LineBatch>& batch, std::size_t index);
 
     // --- times
     static MTime time(std::int64_t ticks, MTime::Unit unit);
@@ -92,6 +113,15 @@ struct Inside {
         return requirements.m_vertexRequirements;
     }
 };
+
+} // namespace host::api
+
+/// Null after `deleteArray`.
+struct MRenderLineArray::Content {
+    std::shared_ptr<const host::api::Inside::LineBatch> batch;
+};
+
+namespace host::api {
 
 /// Whether a node can be used with function sets of that kind.
 bool hasFunctionSet(const graph::Node& node, MFn::Type type);
