@@ -166,7 +166,10 @@ private:
     Matrix4 worldMatrix(NodeId node, const Matrix4& above);
     bool isFedByCurve(NodeId node) const;
     std::vector<std::string> shortestNames(const std::vector<NodeId>& nodes) const;
-    void noteMesh(NodeId shape, const Plug& plug, bool hasMesh);
+    template<class T>
+    std::shared_ptr<const T> geometryOf(NodeId shape, std::string_view type,
+                                        std::string_view output, std::string_view input);
+    void noteShape(NodeId shape, const Plug& output, std::string_view input, bool hasGeometry);
 
     std::uint32_t m_generation = 0;
     std::string m_currentFile;

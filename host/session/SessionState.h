@@ -13,13 +13,15 @@
 
 namespace host::session {
 
-/// How a mesh shape that was asked for came out.
-enum class MeshOutcome : std::uint8_t {
+/// How a shape whose geometry was asked for came out.
+enum class ShapeOutcome : std::uint8_t {
     Exact,        ///< as the file stores it, or computed
     Approximated, ///< something on the way was passed by
     Missing,      ///< its history gave nothing
-    Empty         ///< it has neither history nor a stored mesh
+    Empty         ///< it has neither history nor stored geometry
 };
+
+inline constexpr std::size_t kShapeOutcomes = 4;
 
 /// Positions of the attributes that decide whether a node of one type is drawn.
 struct VisibilityAttributes {
@@ -41,7 +43,7 @@ struct Session::Evaluation {
     enum class Visibility : std::uint8_t { NotAsked, Visible, Hidden };
     std::vector<Visibility> visibility; ///< per node, at the current time
     std::unordered_map<std::string_view, VisibilityAttributes> visibilityOfType;
-    std::map<NodeId, MeshOutcome> meshes;
+    std::map<NodeId, ShapeOutcome> shapes;
     DagPath lastPath;                ///< whose world matrix was asked for last, at the current time
     std::vector<Matrix4> lastWorlds; ///< of each of its nodes
 };

@@ -2,7 +2,8 @@
 #include "host/session/JsonText.h"
 #include "host/session/SessionState.h"
 
-#include <algorithm>
+#include <array>
+#include <map>
 #include <set>
 
 namespace host::session {
@@ -72,30 +73,33 @@ void writeTextures(JsonText& json, const Graph& graph)
     json.endList();
 }
 
-/// Shapes that are read and kept but delivered to nobody yet.
-constexpr std::string_view kNotConverted[] = {"nurbsSurface", "pfxHair"};
-
-void writeShapesNotConverted(JsonText& json, const Graph& graph)
+void writeOutcomes(JsonText& json, const Graph& graph,
+                   const std::map<NodeId, ShapeOutcome>& outcomes, std::string_view key,
+                   std::string_view type)
 {
-    json.beginList("shapesNotConverted");
-    for (const std::string_view type : kNotConverted) {
-        std::uint64_t count = 0;
-        std::string_view first;
-        for (NodeId node = 1; node < graph.nodeCount(); ++node) {
-            const graph::Node& candidate = graph.node(node);
-            if (candidate.isAlive && candidate.type.name() == type && count++ == 0) {
-                first = graph.node(node).name;
-            }
-        }
-        if (count > 0) {
-            json.beginObject();
-            json.text("type", type);
-            json.number("count", count);
-            json.text("first", first);
-            json.endObject();
+    std::uint64_t total = 0;
+    for (NodeId node = 1; node < graph.nodeCount(); ++node) {
+        total += graph.node(node).isAlive && graph.node(node).type.isA(type) ? 1 : 0;
+    }
+    std::array<std::uint64_t, kShapeOutcomes> counts{};
+    std::uint64_t asked = 0;
+    for (const auto& [shape, outcome] : outcomes) {
+        if (graph.node(shape).type.isA(type)) {
+            ++asked;
+            ++counts[static_cast<std::size_t>(outcome)];
         }
     }
-    json.endList();
+    const auto count = [&](ShapeOutcome outcome) {
+        return counts[static_cast<std::size_t>(outcome)];
+    };
+    json.beginObject(key);
+    json.number("total", total);
+    json.number("stored", count(ShapeOutcome::Exact));
+    json.number("approximated", count(ShapeOutcome::Approximated));
+    json.number("missing", count(ShapeOutcome::Missing));
+    json.number("empty", count(ShapeOutcome::Empty));
+    json.number("notAsked", total - asked);
+    json.endObject();
 }
 
 } // namespace
@@ -108,7 +112,6 @@ std::string Session::report() const
     json.beginObject("nodes");
     std::size_t defaults = 0;
     std::size_t dagNodes = 0;
-    std::size_t meshShapes = 0;
     std::size_t alive = 0;
     for (NodeId node = 1; node < m_graph->nodeCount(); ++node) {
         if (!m_graph->node(node).isAlive) {
@@ -117,31 +120,18 @@ std::string Session::report() const
         ++alive;
         defaults += m_graph->node(node).isDefault ? 1 : 0;
         dagNodes += m_graph->node(node).isDag() ? 1 : 0;
-        meshShapes += m_graph->node(node).type.isA("mesh") ? 1 : 0;
     }
     json.number("total", alive);
     json.number("ofNewScene", defaults);
     json.number("inDag", dagNodes);
     json.endObject();
 
-    const auto count = [&](MeshOutcome wanted) {
-        return static_cast<std::uint64_t>(
-            std::count_if(m_evaluation->meshes.begin(), m_evaluation->meshes.end(),
-                          [&](const auto& entry) { return entry.second == wanted; }));
-    };
-    json.beginObject("meshes");
-    json.number("total", meshShapes);
-    json.number("stored", count(MeshOutcome::Exact));
-    json.number("approximated", count(MeshOutcome::Approximated));
-    json.number("missing", count(MeshOutcome::Missing));
-    json.number("empty", count(MeshOutcome::Empty));
-    json.number("notAsked", meshShapes - m_evaluation->meshes.size());
-    json.endObject();
+    writeOutcomes(json, *m_graph, m_evaluation->shapes, "meshes", "mesh");
+    writeOutcomes(json, *m_graph, m_evaluation->shapes, "surfaces", "nurbsSurface");
 
     for (const KindRow& row : kLists) {
         writeList(json, row, m_diagnostics.entries());
     }
-    writeShapesNotConverted(json, *m_graph);
     writeTextures(json, *m_graph);
     json.beginList("referencesLeftOut");
     for (const std::string& path : m_evaluation->facts.references) {

@@ -47,6 +47,14 @@ MObject Inside::numbers(const NumericRecord& record)
     return object;
 }
 
+MObject Inside::curve(std::shared_ptr<const geometry::CurveData> curve)
+{
+    MObject object;
+    object.m_kind = MObject::Kind::Curve;
+    object.m_content = std::const_pointer_cast<geometry::CurveData>(std::move(curve));
+    return object;
+}
+
 NodeId Inside::nodeOf(const MObject& object)
 {
     const Session* session = currentSession();
@@ -79,6 +87,13 @@ const NumericRecord* Inside::numbersOf(const MObject& object)
 {
     return object.m_kind == MObject::Kind::Data
                ? static_cast<const NumericRecord*>(object.m_content.get())
+               : nullptr;
+}
+
+std::shared_ptr<const geometry::CurveData> Inside::curveOf(const MObject& object)
+{
+    return object.m_kind == MObject::Kind::Curve
+               ? std::static_pointer_cast<const geometry::CurveData>(object.m_content)
                : nullptr;
 }
 

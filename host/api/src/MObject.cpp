@@ -90,6 +90,8 @@ bool MObject::hasFn(MFn::Type type) const
     case Kind::Component:
         return isOneOf(type, {MFn::kBase, MFn::kComponent, MFn::kMeshComponent,
                               MFn::kSingleIndexedComponent, Inside::componentOf(*this)->type});
+    case Kind::Curve:
+        return isOneOf(type, {MFn::kBase, MFn::kData, MFn::kNurbsCurveData, MFn::kNurbsCurve});
     default:
         return isOneOf(type, {MFn::kBase, MFn::kData, MFn::kNumericData, apiType()});
     }
@@ -107,6 +109,8 @@ MFn::Type MObject::apiType() const
         return attributeType(m_node, m_attribute);
     case Kind::Component:
         return Inside::componentOf(*this)->type;
+    case Kind::Curve:
+        return MFn::kNurbsCurveData;
     default:
         return numbersType(Inside::numbersOf(*this)->type);
     }

@@ -23,6 +23,9 @@ struct CurveData {
 
     std::size_t stride() const { return static_cast<std::size_t>(dimension) + (rational ? 1 : 0); }
     std::size_t cvCount() const { return poles.size() / stride(); }
+    /// The ends of the domain. Precondition: counts that fit the degree.
+    double start() const { return knots[static_cast<std::size_t>(degree) - 1]; }
+    double end() const { return knots[cvCount() - 1]; }
 };
 
 } // namespace host::geometry

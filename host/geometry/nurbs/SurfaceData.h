@@ -44,6 +44,11 @@ struct SurfaceData {
     std::size_t stride() const { return rational ? 4 : 3; }
     std::size_t cvCountU() const { return knotsU.size() + 1 - static_cast<std::size_t>(degreeU); }
     std::size_t cvCountV() const { return knotsV.size() + 1 - static_cast<std::size_t>(degreeV); }
+    /// The ends of the domain. Precondition: counts that fit the degrees.
+    double startU() const { return knotsU[static_cast<std::size_t>(degreeU) - 1]; }
+    double endU() const { return knotsU[cvCountU() - 1]; }
+    double startV() const { return knotsV[static_cast<std::size_t>(degreeV) - 1]; }
+    double endV() const { return knotsV[cvCountV() - 1]; }
     bool isTrimmed() const { return !trims.empty(); }
 };
 

@@ -16,5 +16,6 @@ set(SOURCES
     noSceneTest.cpp
     nodesTest.cpp
     sessionTest.cpp
+    splinesTest.cpp
     vectorsTest.cpp
 )

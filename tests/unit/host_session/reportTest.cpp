@@ -108,13 +108,18 @@ TEST_F(Report, CountsWhatWasReadAndWhatWasNot)
     EXPECT_EQ(report["nodes"]["total"].get<int>() - report["nodes"]["ofNewScene"].get<int>(), 12);
 }
 
-TEST_F(Report, ListsShapesThatNobodyGetsYet)
+TEST_F(Report, CountsWhatBecameOfSurfaces)
 {
     open(R"(createNode transform -n "a";
-        createNode nurbsSurface -n "s1" -p "a"; createNode nurbsSurface -n "s2" -p "a";
-        createNode nurbsCurve -n "c" -p "a";)");
-    EXPECT_EQ(nlohmann::json::parse(session.report())["shapesNotConverted"],
-              nlohmann::json::parse(R"([{"type": "nurbsSurface", "count": 2, "first": "s1"}])"));
+        createNode nurbsSurface -n "stored" -p "a";
+            setAttr ".cc" -type "nurbsSurface" 1 1 0 0 no 2 0 1 2 0 1 4 0 0 0 0 1 0 1 0 0 1 1 0;
+        createNode nurbsSurface -n "empty" -p "a";
+        createNode nurbsSurface -n "idle" -p "a";)");
+    ASSERT_NE(session.surface(session.graph().findNode("stored")), nullptr);
+    EXPECT_EQ(session.surface(session.graph().findNode("empty")), nullptr);
+    EXPECT_EQ(nlohmann::json::parse(session.report())["surfaces"],
+              nlohmann::json::parse(R"({"total": 3, "stored": 1, "approximated": 0, "missing": 0,
+                                        "empty": 1, "notAsked": 1})"));
 }
 
 class CurrentSession : public ::testing::Test {

@@ -14,7 +14,6 @@ public:
     explicit MFnNurbsCurve(const MDagPath& path, MStatus* ReturnStatus = nullptr);
 
     MFn::Type type() const override;
-    MStatus setObject(const MObject& object) override;
 
     MStatus getKnotDomain(double& start, double& end) const;
     int numCVs(MStatus* ReturnStatus = nullptr) const;

@@ -26,11 +26,11 @@ public:
 
 private:
     friend struct host::api::Inside;
-    enum class Kind : std::uint8_t { Null, Node, Attribute, Component, Data };
+    enum class Kind : std::uint8_t { Null, Node, Attribute, Component, Data, Curve };
 
     Kind m_kind = Kind::Null;
     std::uint16_t m_attribute = 0;
     std::uint32_t m_generation = 0;
     std::uint32_t m_node = 0;
-    std::shared_ptr<void> m_content; // of components and data
+    std::shared_ptr<void> m_content; // of components, data and curves
 };
