@@ -1,2 +1,4 @@
 list(APPEND SOURCES
+    curve/CurveEvaluator.cpp
+    curve/KnotVector.cpp
 )

@@ -1,2 +1,3 @@
 list(APPEND SOURCES
+    nurbs/SurfaceEvaluatorTest.cpp
 )
