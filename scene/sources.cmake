@@ -1,5 +1,6 @@
 # Sources of this room, one a line, sorted (main files of programs are not listed).
 set(SOURCES
+    BezierCurves.cpp
     DefaultRTModule.cpp
     Diffuse.cpp
     FBXAnimation.cpp
@@ -7,7 +8,10 @@ set(SOURCES
     LightGeometry.cpp
     LightModule.cpp
     Material.cpp
+    NurbsCurve.cpp
+    NurbsSurface.cpp
     OldSCeneapiLightMultiMaterial.cpp
     OrvGroup.cpp
     TriangleObject.cpp
+    extendKnots.cpp
 )

@@ -1,13 +1,17 @@
 set(SOURCES
+    BezierCurvesTest.cpp
     DefaultRTModuleTest.cpp
     DiffuseTest.cpp
     FBXAnimationTest.cpp
     LightCameraTest.cpp
     LightGeometryTest.cpp
     MaterialTest.cpp
+    NurbsCurveTest.cpp
+    NurbsSurfaceTest.cpp
     OldSCeneapiLightMultiMaterialTest.cpp
     OrvGroupTest.cpp
     TriangleObjectTest.cpp
     detachedTest.cpp
+    extendKnotsTest.cpp
     slotOrderTest.cpp
 )
