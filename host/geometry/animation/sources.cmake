@@ -1,2 +1,5 @@
 list(APPEND SOURCES
+    animation/AnimationCurve.cpp
+    animation/WeightedSpan.cpp
+    animation/tangents.cpp
 )
