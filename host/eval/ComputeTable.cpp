@@ -32,7 +32,7 @@ void settle(InputEntry& input, NodeType type, const TypeComputes& computes)
     }
     const Attribute row = type.attribute(input.attribute);
     input.initial = row.initial;
-    input.isPlainNumber = isNumeric(row.kind) && !row.isMulti && !computes.isTime &&
+    input.isPlainNumber = isNumeric(row.kind) && !row.isMulti && !type.isA("time") &&
                           !computes.isResult[input.attribute] &&
                           computes.find(input.attribute) == nullptr;
 }
@@ -80,7 +80,6 @@ void ComputeTable::resolve(NodeType type, TypeComputes& result) const
         }
         result.inputLists.push_back(std::move(inputs));
     }
-    result.isTime = type.isA("time");
     for (AttributeIndex attribute = 0; attribute < type.attributeCount(); ++attribute) {
         const Attribute row = type.attribute(attribute);
         if (!takesGeometry && isGeometryInput(row.longName)) {

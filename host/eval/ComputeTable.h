@@ -33,7 +33,6 @@ struct TypeComputes {
     /// What the type hands geometry on from; empty where a computation takes it in.
     std::vector<AttributeIndex> geometryInputs;
     std::vector<bool> isResult; ///< per attribute: computed by the node, never stored
-    bool isTime = false;        ///< the type is that of the scene's clock
     /// Null when nothing computes the attribute.
     const OutputEntry* find(AttributeIndex attribute) const;
 };

@@ -377,6 +377,11 @@ Value Evaluator::storedValue(const Plug& plug) const
 /// that nothing computes.
 Value Evaluator::plain(const Plug& plug)
 {
+    if (plug.node == m_clock && plug.attribute != kNoAttribute &&
+        (plug.attribute == m_clockOut || plug.attribute == m_clockUnwarped)) {
+        m_currentUsesTime = true;
+        return Value(static_cast<double>(m_time));
+    }
     Value stored = storedValue(plug);
     if (!stored.isEmpty()) {
         return stored;
@@ -384,10 +389,6 @@ Value Evaluator::plain(const Plug& plug)
     const Node& node = m_graph.node(plug.node);
     const Attribute attribute = m_graph.attribute(plug.node, plug.attribute);
     const TypeComputes& computes = m_table.of(node.type);
-    if (computes.isTime) {
-        m_currentUsesTime = true;
-        return Value(static_cast<double>(m_time));
-    }
     const bool isDynamic = plug.attribute >= computes.isResult.size();
     const bool isResultOfNode =
         isDynamic ? !node.unknownType.empty() && isResult(node.type, attribute.longName)
@@ -497,6 +498,14 @@ std::vector<PassedNode> Evaluator::passedNodes(const Plug& plug) const
         nodes.push_back(m_passed[at - 1].node);
     }
     return nodes;
+}
+
+void Evaluator::setClock(NodeId node)
+{
+    m_clock = node;
+    m_clockOut = node == graph::kNoNode ? kNoAttribute : m_graph.findAttribute(node, "outTime");
+    m_clockUnwarped =
+        node == graph::kNoNode ? kNoAttribute : m_graph.findAttribute(node, "unwarpedTime");
 }
 
 void Evaluator::setTime(std::int64_t ticks)

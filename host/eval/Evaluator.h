@@ -38,6 +38,8 @@ public:
     /// The nodes that were passed by on the way to an evaluated plug, nearest first; of several
     /// branches the first.
     std::vector<PassedNode> passedNodes(const graph::Plug& plug) const;
+    /// The node whose outTime and unwarpedTime are the time that is set, whatever is stored there.
+    void setClock(graph::NodeId node);
     /// Sets the time and makes dirty what was computed from it.
     void setTime(std::int64_t ticks);
     std::int64_t time() const { return m_time; }
@@ -75,6 +77,9 @@ private:
     ComputeTable m_table;
     Diagnostics& m_diagnostics;
     std::int64_t m_time = 0;
+    graph::NodeId m_clock = graph::kNoNode;
+    AttributeIndex m_clockOut = kNoAttribute;
+    AttributeIndex m_clockUnwarped = kNoAttribute;
 
     std::vector<Frame> m_stack;
     std::vector<graph::Plug> m_requests;            ///< of the attempt that runs

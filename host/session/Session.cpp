@@ -73,7 +73,7 @@ Session::Evaluation::Evaluation(Graph& graph, Diagnostics& diagnostics, SceneFac
     : facts(std::move(sceneFacts))
     , instances(graph)
     , evaluator(graph, instances, nodes::allNodeTypes(), diagnostics)
-    , visibility(graph.nodeCount(), Visibility::NotAsked)
+    , visibility(graph.nodeCount())
 {
 }
 
@@ -117,10 +117,12 @@ void Session::finishScene(std::unique_ptr<Evaluation> evaluation)
     const PlaybackRange range = readPlaybackRange(*m_graph);
     m_playbackStart = ticksOf(range.minimum.value_or(kDefaultRangeStart), m_units);
     m_playbackEnd = ticksOf(range.maximum.value_or(kDefaultRangeEnd), m_units);
-    const Value time = storedValue(*m_graph, m_graph->findNode("time1"), "outTime");
+    const NodeId clock = m_graph->findNode("time1");
+    const Value time = storedValue(*m_graph, clock, "outTime");
     m_time = time.isNumber()
                  ? ticksOf(time.number() / static_cast<double>(m_units.ticksPerFrame), m_units)
                  : ticksOf(kDefaultFrame, m_units);
+    m_evaluation->evaluator.setClock(clock);
     m_evaluation->evaluator.setTime(m_time);
 }
 
@@ -155,13 +157,8 @@ void Session::setCurrentTime(std::int64_t ticks)
         return;
     }
     m_time = ticks;
-    const Plug plug = topPlug(*m_graph, m_graph->findNode("time1"), "outTime");
-    if (plug) {
-        m_graph->setValue(plug, Value(static_cast<double>(ticks)));
-    }
     m_evaluation->evaluator.setTime(ticks);
-    std::fill(m_evaluation->visibility.begin(), m_evaluation->visibility.end(),
-              Evaluation::Visibility::NotAsked);
+    ++m_evaluation->visibilityRound;
     m_evaluation->lastPath.nodes.clear();
     m_evaluation->lastWorlds.clear();
 }

@@ -40,8 +40,13 @@ struct Session::Evaluation {
     eval::Evaluator evaluator;
     bool isFile = false; ///< the scene was opened, not begun
 
-    enum class Visibility : std::uint8_t { NotAsked, Visible, Hidden };
-    std::vector<Visibility> visibility; ///< per node, at the current time
+    /// Whether a node is drawn, as known since the round in which it was asked for.
+    struct Visibility {
+        std::uint32_t round = 0;
+        bool isVisible = false;
+    };
+    std::vector<Visibility> visibility; ///< per node
+    std::uint32_t visibilityRound = 1;  ///< a new time begins a new one
     std::unordered_map<std::string_view, VisibilityAttributes> visibilityOfType;
     std::map<NodeId, ShapeOutcome> shapes;
     DagPath lastPath;                ///< whose world matrix was asked for last, at the current time

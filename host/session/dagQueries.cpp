@@ -111,13 +111,13 @@ bool Session::isNodeVisible(NodeId node)
 
 bool Session::isVisible(const DagPath& path)
 {
-    using Visibility = Evaluation::Visibility;
+    const std::uint32_t round = m_evaluation->visibilityRound;
     for (const NodeId node : path.nodes) {
-        Visibility& known = m_evaluation->visibility[node];
-        if (known == Visibility::NotAsked) {
-            known = isNodeVisible(node) ? Visibility::Visible : Visibility::Hidden;
+        Evaluation::Visibility& known = m_evaluation->visibility[node];
+        if (known.round != round) {
+            known = {round, isNodeVisible(node)};
         }
-        if (known == Visibility::Hidden) {
+        if (!known.isVisible) {
             return false;
         }
     }

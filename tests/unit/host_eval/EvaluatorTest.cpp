@@ -229,12 +229,19 @@ TEST_F(Evaluation, MakesDirtyWhatDependsOnTime)
     EXPECT_EQ(pull(plug(still, "output")), 3);
 }
 
-TEST_F(Evaluation, TakesTheClocksTimeFromATimeNode)
+TEST_F(Evaluation, TakesTheTimeFromTheClockWhateverIsStoredThere)
 {
     const NodeId time = node("time", "time1");
+    const NodeId other = node("time", "other");
     const NodeId sum = node("addDoubleLinear", "sum");
+    const NodeId still = node("addDoubleLinear", "still");
+    set(time, "outTime", 3);
+    set(other, "outTime", 4);
     connect(plug(time, "outTime"), plug(sum, "input1"));
+    connect(plug(other, "outTime"), plug(still, "input1"));
+    evaluator().setClock(time);
     evaluator().setTime(5);
+    EXPECT_EQ(pull(plug(still, "output")), 4); // no clock: what it was set to
     EXPECT_EQ(pull(plug(sum, "output")), 5);
     evaluator().setTime(6);
     EXPECT_EQ(pull(plug(sum, "output")), 6);
