@@ -1,3 +1,4 @@
 list(APPEND SOURCES
+    hair/MeshSurfaceTest.cpp
     hair/RampTest.cpp
 )
