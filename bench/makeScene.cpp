@@ -1,9 +1,12 @@
-// Writes one smooth wavy mesh as a Maya ASCII scene and as an .obj file, or many small nodes: the
-// inputs of the benchmarks.
+// Writes the inputs of the benchmarks: one smooth wavy mesh as a Maya ASCII scene and as an .obj
+// file, many small nodes, or animated transforms among others.
 //
-//   bench_make_scene mesh COLUMNS scene.ma scene.obj     COLUMNS x COLUMNS quads with texture
-//   coordinates bench_make_scene nodes COUNT scene.ma                COUNT transforms, ten to a
-//   group, with a few channels each
+//   bench_make_scene mesh COLUMNS scene.ma scene.obj
+//       COLUMNS x COLUMNS quads with texture coordinates
+//   bench_make_scene nodes COUNT scene.ma
+//       COUNT transforms, ten to a group, with a few channels each
+//   bench_make_scene animated COUNT OTHERS FRAMES scene.ma
+//       COUNT transforms with nine curves of four keys each, OTHERS without, a range of FRAMES
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -145,6 +148,43 @@ void writeNodes(int count, const char* maPath)
     std::fputs("// End of scene\n", ma);
 }
 
+void writeCurve(std::FILE* ma, int item, const char* kind, const char* channel, int frames)
+{
+    std::fprintf(ma,
+                 "createNode animCurve%s -n \"item%d_%s\";\n\tsetAttr \".tan\" 18;\n"
+                 "\tsetAttr \".wgt\" no;\n\tsetAttr -s 4 \".ktv[0:3]\"  1 %d %d %d %d %d %d %d;\n"
+                 "connectAttr \"item%d_%s.o\" \"item%d.%s\";\n",
+                 kind, item, channel, 1 + item % 3, frames / 3, 2 + item % 5, frames / 2,
+                 1 + item % 7, frames, 3, item, channel, item, channel);
+}
+
+void writeAnimated(int count, int others, int frames, const char* maPath)
+{
+    const File maFile = create(maPath);
+    std::FILE* ma = maFile.get();
+    std::fputs("//Maya ASCII 2018 scene\nrequires maya \"2018\";\ncurrentUnit -l centimeter -a "
+               "degree -t film;\n",
+               ma);
+    for (int i = 0; i < others; ++i) {
+        std::fprintf(ma, "createNode transform -n \"still%d\";\n\tsetAttr \".ry\" %d;\n", i,
+                     i % 360);
+    }
+    constexpr const char* kChannels[][2] = {{"TL", "tx"}, {"TL", "ty"}, {"TL", "tz"},
+                                            {"TA", "rx"}, {"TA", "ry"}, {"TA", "rz"},
+                                            {"TU", "sx"}, {"TU", "sy"}, {"TU", "sz"}};
+    for (int i = 0; i < count; ++i) {
+        std::fprintf(ma, "createNode transform -n \"item%d\";\n", i);
+        for (const auto& [kind, channel] : kChannels) {
+            writeCurve(ma, i, kind, channel, frames);
+        }
+    }
+    std::fprintf(ma,
+                 "createNode script -n \"sceneConfigurationScriptNode\";\n\tsetAttr \".b\" -type "
+                 "\"string\" \"playbackOptions -min 1 -max %d\";\n\tsetAttr \".st\" 6;\n// End of "
+                 "scene\n",
+                 frames);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -158,7 +198,12 @@ int main(int argc, char** argv)
         writeNodes(std::atoi(argv[2]), argv[3]);
         return 0;
     }
-    std::fputs("usage: bench_make_scene mesh COLUMNS scene.ma scene.obj | nodes COUNT scene.ma\n",
+    if (kind == "animated" && argc == 6) {
+        writeAnimated(std::atoi(argv[2]), std::atoi(argv[3]), std::atoi(argv[4]), argv[5]);
+        return 0;
+    }
+    std::fputs("usage: bench_make_scene mesh COLUMNS scene.ma scene.obj | nodes COUNT scene.ma | "
+               "animated COUNT OTHERS FRAMES scene.ma\n",
                stderr);
     return 2;
 }

@@ -73,8 +73,8 @@ def run(options, program, path):
     size = os.path.getsize(path('mesh.ma'))
     print('mesh scene: %.1f MB of Maya ASCII, %.1f MB of .obj' % (size / 1e6, os.path.getsize(path('mesh.obj')) / 1e6))
 
-    def convert(scene, output, runs):
-        settings = {0: '7', 4: 'ERROR', 11: path(scene), 12: path(output)}
+    def convert(scene, output, runs, settings=None):
+        settings = {0: '7', 4: 'ERROR', 11: path(scene), 12: path(output), **(settings or {})}
         return Timed([program('maya_importer')] + importer_arguments(settings), runs, env)
 
     rates = subprocess.check_output([program('bench_read_rate'), path('mesh.ma')], text=True)
@@ -108,6 +108,22 @@ def run(options, program, path):
     start = convert('tiny.ma', 'tiny.obx', 50)
     print('empty program %.2f ms, tiny scene %.2f ms' % (empty.seconds * 1e3, start.seconds * 1e3))
     bar('(e) tiny scene / empty program', start.seconds / empty.seconds, 10)
+    sampling(options, program, path, convert)
+
+
+def sampling(options, program, path, convert):
+    """Microseconds for one sample of one transform: what sampling adds to the conversion of one frame."""
+    frames, costs = 500, {}
+    for count, others in ((1000, 0), (500, 0), (1000, 100000)):
+        subprocess.check_call([program('bench_make_scene'), 'animated', str(count), str(others), str(frames),
+                               path('animated.ma')])
+        still = convert('animated.ma', 'animated.obx', options.runs, {10: '1'})
+        moving = convert('animated.ma', 'animated.obx', options.runs)
+        costs[count, others] = (moving.seconds - still.seconds) / (count * frames) * 1e6
+        print('%4d animated transforms among %6d others, %d frames: %.3f s still, %.3f s sampled, %.3f us a sample'
+              % (count, others, frames, still.seconds, moving.seconds, costs[count, others]))
+    bar('(f) a sample among 1,000 / among 500 animated transforms', costs[1000, 0] / costs[500, 0], 1.5)
+    bar('(f) a sample with / without 100,000 still transforms', costs[1000, 100000] / costs[1000, 0], 1.5)
 
 
 if __name__ == '__main__':

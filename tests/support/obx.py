@@ -490,8 +490,53 @@ def check_geometry(geometry, found):
     def tell(what):
         found.append('byte %d: %s' % (geometry.offset, what))
 
-    if geometry.name != 'triangles':
+    if geometry.name == 'nurbs':
+        check_surface(geometry, tell)
+    elif geometry.name == 'orv_curves':
+        check_curves(geometry, tell)
+    elif geometry.name == 'triangles':
+        check_triangles(geometry, tell)
+
+
+def check_surface(geometry, tell):
+    """Knots, orders and points of a surface fit one another, and so do the arrays of its trims."""
+    orders = [geometry.get(name) for name in ('uorder', 'vorder')]
+    counts = [len(geometry.get(name)) - order for name, order in zip(('uknot', 'vknot'), orders)]
+    points = geometry.get('Pw')
+    if len(points) != 4 * counts[0] * counts[1] or min(counts) < 0:
+        tell('%d numbers of points for %d by %d' % (len(points), counts[0], counts[1]))
+    for name in ('uknot', 'vknot'):
+        knots = geometry.get(name)
+        if any(a > b for a, b in zip(knots, knots[1:])):
+            tell('%s is not ascending' % name)
+    if 'trim_nedges' not in geometry.parameters():
         return
+    loops, inside = geometry.get('trim_nedges'), geometry.get('trim_inside')
+    edge_orders, knot_counts = geometry.get('edge_order'), geometry.get('edge_nknots')
+    edges = sum(loops)
+    if len(inside) != len(loops) or any(flag not in (0, 1) for flag in inside):
+        tell('trim_inside %r does not fit %d loops' % (list(inside[:8]), len(loops)))
+    lengths = [len(geometry.get(name)) for name in ('edge_order', 'edge_nknots', 'edge_min', 'edge_max')]
+    if lengths != [edges] * 4:
+        tell('%d edges of loops, but %r orders, knot counts, minima and maxima' % (edges, lengths))
+    if len(geometry.get('edge_knot')) != sum(knot_counts):
+        tell('%d edge knots, counted %d' % (len(geometry.get('edge_knot')), sum(knot_counts)))
+    points = sum(knots - order for knots, order in zip(knot_counts, edge_orders))
+    if len(geometry.get('edge_uvw')) != 3 * points:
+        tell('%d numbers of edge points for %d' % (len(geometry.get('edge_uvw')), points))
+
+
+def check_curves(geometry, tell):
+    points = len(geometry.get('p')) // 3
+    if len(geometry.get('p')) % 3 or sum(geometry.get('nvertices')) != points:
+        tell('%d points, counted %d' % (points, sum(geometry.get('nvertices'))))
+    for name, width in (('pr', 1), ('pcol', 3)):
+        values = geometry.get(name)
+        if values is not None and len(values) != width * points:
+            tell('%d numbers of %s for %d points' % (len(values), name, points))
+
+
+def check_triangles(geometry, tell):
     empty = array.array('f')
     vertices, normals = geometry.get('vertices', empty), geometry.get('normals', empty)
     triangles, uvs = geometry.get('triangles', empty), geometry.get('uv_tex', empty)
