@@ -3,22 +3,29 @@
 
 #include "importers/maya/src/ImportArgs.h"
 #include "plugins/maya/src/MeshManager.h"
+#include "plugins/maya/src/NurbsManager.h"
 #include "plugins/maya/src/ProgressCounter.h"
 
 #include <maya/MDagPath.h>
 #include <maya/MObject.h>
 #include <maya/MStatus.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
 
+class GroupIndex;
 class GroupStack;
 class IDirtyChecker;
 class MFnDagNode;
+class MFnDependencyNode;
+class MTime;
 class MaterialManager;
 namespace orv {
+class BezierCurves;
+class FBXAnimation;
 class LightCamera;
 class OrvGroup;
 class orvSceneapi_oo;
@@ -48,7 +55,15 @@ private:
 
     void showFrame();
     void writeModule();
-    std::shared_ptr<orv::LightCamera> constructCamera(const MDagPath& path) const;
+    std::shared_ptr<orv::LightCamera> constructCamera(const MDagPath& path);
+
+    /// True unless a single frame was asked for.
+    bool isAnimationWanted() const;
+    /// The path's matrices, world or local, over the playback range; leaves the scene at the last
+    /// frame. Empty once the scene has more keys than anybody needs.
+    std::shared_ptr<orv::FBXAnimation> sampleAnimation(const MDagPath& path, bool useWorldMatrix);
+    static void addKeys(const MDagPath& path, bool useWorldMatrix, const MTime& begin,
+                        const MTime& end, orv::FBXAnimation& track);
 
     void prepareManagers(IDirtyChecker& dirtyChecker);
     std::shared_ptr<orv::OrvGroup> createRoot() const;
@@ -60,8 +75,20 @@ private:
     void visitGeometry(const MDagPath& path, GroupStack& stack, IDirtyChecker& dirtyChecker);
     void reportUnhandled(const MDagPath& path, const MFnDagNode& dagNode, unsigned int depth,
                          TypeCounts& unhandled);
-    std::shared_ptr<orv::OrvGroup> buildGroup(const MDagPath& path) const;
+    std::shared_ptr<orv::OrvGroup> buildGroup(const MDagPath& path);
     GeometryList extractGeometry(const MDagPath& path);
+    GeometryList extractSurface(const MDagPath& path) const;
+    std::shared_ptr<orv::BezierCurves> convertHair(const MDagPath& path) const;
+
+    /// The walked tree by display layers, each with flat copies of its members' groups; the tree as
+    /// it is when no layer but the default one has any.
+    std::shared_ptr<orv::OrvGroup> splitLayers(const std::shared_ptr<orv::OrvGroup>& root) const;
+    /// Adds one layer's group; returns the number of members in it.
+    std::size_t addLayer(const MFnDependencyNode& layer, const orv::OrvGroup& root,
+                         GroupIndex& index, orv::OrvGroup& newRoot) const;
+    /// A copy of a path's group that bears the path's whole transform; empty where there is none.
+    std::shared_ptr<orv::OrvGroup> locateGroup(const MDagPath& path, const orv::OrvGroup& root,
+                                               GroupIndex& index) const;
     std::uint32_t groupType() const;
 
     orv::orvSceneapi_oo* m_objectLayer;
@@ -71,5 +98,7 @@ private:
     std::shared_ptr<MaterialManager> m_materialManager;
     ProgressCounter m_progress;
     MeshManager m_meshManager;
+    NurbsManager m_nurbsManager;
+    std::size_t m_sampledKeys = 0;
     bool m_bindsObjectLayer = true;
 };

@@ -5,9 +5,11 @@
 #include "importers/maya/src/TraceCheck.h"
 #include "plugins/maya/src/MaterialManager.h"
 #include "plugins/maya/src/mayautil.h"
+#include "scene/FBXAnimation.h"
 #include "scene/LightCamera.h"
 #include "sceneapi/orvSceneapi_oo.h"
 
+#include <maya/MAnimUtil.h>
 #include <maya/MFnCamera.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MItDag.h>
@@ -63,7 +65,7 @@ MStatus Maya2Vistrel::exportCameras()
     return MStatus();
 }
 
-std::shared_ptr<orv::LightCamera> Maya2Vistrel::constructCamera(const MDagPath& path) const
+std::shared_ptr<orv::LightCamera> Maya2Vistrel::constructCamera(const MDagPath& path)
 {
     MStatus status;
     const MFnDagNode dagNode(path, &status);
@@ -83,6 +85,13 @@ std::shared_ptr<orv::LightCamera> Maya2Vistrel::constructCamera(const MDagPath& 
     camera->setFov(narrow(maya.horizontalFieldOfView() * 180.0 / 3.141592653589793));
     camera->setClipping(narrow(nearClip), narrow(farClip));
 
+    if (isAnimationWanted() && MAnimUtil::isAnimated(path, true)) {
+        FILE_LOG(DEBUG) << path.fullPathName() << " is animated camera";
+        if (const std::shared_ptr<orv::FBXAnimation> track = sampleAnimation(path, true)) {
+            camera->setAnimation(track);
+            return camera;
+        }
+    }
     const MMatrix world = path.inclusiveMatrix(&status);
     TRACE_REPORT(status, "xform");
     camera->setTransform(convertMatrix(world));

@@ -6,16 +6,20 @@
 #include "importers/maya/src/TraceCheck.h"
 #include "plugins/maya/src/BetaExtractor.h"
 #include "plugins/maya/src/BuildStamp.h"
+#include "plugins/maya/src/CleanUpListener.h"
 #include "plugins/maya/src/DirtyChecker.h"
 #include "plugins/maya/src/GroupStack.h"
 #include "plugins/maya/src/MaterialManager.h"
 #include "plugins/maya/src/mayautil.h"
-#include "scene/LightGeometry.h"
+#include "scene/BezierCurves.h"
+#include "scene/FBXAnimation.h"
+#include "scene/NurbsSurface.h"
 #include "scene/OrvGroup.h"
 #include "scene/TriangleObject.h"
 #include "sceneapi/orvScene_api.h"
 #include "sceneapi/orvSceneapi_oo.h"
 
+#include <maya/MAnimUtil.h>
 #include <maya/MFileIO.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MGlobal.h>
@@ -65,11 +69,14 @@ bool isTransformType(const MString& type)
 MStatus Maya2Vistrel::exportGeometry(IDirtyChecker& dirtyChecker)
 {
     prepareManagers(dirtyChecker);
-    const std::shared_ptr<orv::OrvGroup> root = createRoot();
+    std::shared_ptr<orv::OrvGroup> root = createRoot();
     writeBanner();
     const MStatus status = walk(root, dirtyChecker);
     if (!status) {
         return status;
+    }
+    if (m_args.getBool(SPLIT_LAYERS, false)) {
+        root = splitLayers(root);
     }
     root->setAttribute("source file", MFileIO::currentFile().asUTF8());
     m_objectLayer->writeNode(*root);
@@ -97,6 +104,14 @@ void Maya2Vistrel::prepareManagers(IDirtyChecker& dirtyChecker)
         m_meshManager.setExtractor(std::make_shared<BetaExtractor>());
     }
     m_meshManager.extractAll(dirtyChecker);
+
+    if (m_bindsObjectLayer) {
+        m_nurbsManager.setObjectLayer(m_objectLayer);
+    }
+    m_nurbsManager.setTessellate(m_args.getBool(TESSELLATE, true));
+    m_nurbsManager.setMaterialProvider(m_materialManager);
+    m_nurbsManager.setProgress(&m_progress);
+    m_nurbsManager.extractAll(dirtyChecker);
 }
 
 std::shared_ptr<orv::OrvGroup> Maya2Vistrel::createRoot() const
@@ -197,12 +212,15 @@ void Maya2Vistrel::reportUnhandled(const MDagPath& path, const MFnDagNode& dagNo
     FILE_LOG(DEBUG) << text.str();
 }
 
-std::shared_ptr<orv::OrvGroup> Maya2Vistrel::buildGroup(const MDagPath& path) const
+std::shared_ptr<orv::OrvGroup> Maya2Vistrel::buildGroup(const MDagPath& path)
 {
     const MObject node = path.node();
     auto group = std::make_shared<orv::OrvGroup>(nodeName(node));
     group->setTransform(getMatrix(node)); // the identity for a shape
     group->setFlags(groupType());
+    if (isAnimationWanted() && MAnimUtil::isAnimated(path, false)) {
+        group->setAnimation(sampleAnimation(path, false));
+    }
     return group;
 }
 
@@ -214,11 +232,29 @@ GeometryList Maya2Vistrel::extractGeometry(const MDagPath& path)
     const MString type = dagNode.typeName();
     FILE_LOG(DEBUG) << "extractGeometry(" << dagNode.name() << ") type: " << type;
     FILE_LOG(DEBUG3) << path.fullPathName() << "Shall be cleaned";
+    if (ICleanUpListener* const listener = cleanUpListener()) {
+        listener->cleanUp(path);
+    }
     if (type == "mesh") {
         return m_meshManager.getMesh(path);
     }
-    if (type == "nurbsSurface" || type == "pfxHair") {
-        return {}; // not converted yet: docs/embedded-host.md and the conversion report say so
+    if (type == "nurbsSurface") {
+        return extractSurface(path);
+    }
+    if (type == "pfxHair") {
+        return {convertHair(path)};
     }
     return {std::make_shared<orv::TriangleObject>("no exportable geometry")};
+}
+
+/// The surface itself, or only its mesh, which is missing where surfaces are not tessellated. No
+/// surface is known for a path whose shape was not extracted because its first path is hidden.
+GeometryList Maya2Vistrel::extractSurface(const MDagPath& path) const
+{
+    GeometryList surfaces = m_nurbsManager.getMesh(path);
+    if (surfaces.empty() || m_args.getBool(INCLUDE_NURBS, false)) {
+        return surfaces;
+    }
+    const auto surface = std::dynamic_pointer_cast<orv::NurbsSurface>(surfaces.front());
+    return {surface ? surface->getMesh() : nullptr};
 }

@@ -3,14 +3,20 @@ set(SOURCES
     BetaExtractor.cpp
     GeometryBuffers.cpp
     GeometryManager.cpp
+    GroupIndex.cpp
     GroupStack.cpp
     HWMeshExtractor.cpp
     MaterialManager.cpp
     MeshManager.cpp
+    NurbsManager.cpp
     ProgressCounter.cpp
     maya2vistrel.cpp
+    maya2vistrelAnimation.cpp
     maya2vistrelCameras.cpp
     maya2vistrelGeometry.cpp
+    maya2vistrelHair.cpp
+    maya2vistrelLayers.cpp
     mayautil.cpp
     shaderConversion.cpp
+    surfaceConversion.cpp
 )
