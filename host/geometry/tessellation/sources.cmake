@@ -1,2 +1,6 @@
 list(APPEND SOURCES
+    tessellation/DelaunayMesh.cpp
+    tessellation/insertionOrder.cpp
+    tessellation/keptEdges.cpp
+    tessellation/triangulatePlane.cpp
 )

@@ -1,2 +1,3 @@
 list(APPEND SOURCES
+    tessellation/triangulatePlaneTest.cpp
 )
