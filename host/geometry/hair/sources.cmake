@@ -1,3 +1,4 @@
 list(APPEND SOURCES
     hair/MeshSurface.cpp
+    hair/guidePoints.cpp
 )
