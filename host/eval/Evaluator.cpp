@@ -78,6 +78,13 @@ public:
         return m_evaluator.fetch({m_plug.node, attribute, kNoSlot, -1}).value_or(Value());
     }
 
+    bool isConnected(std::size_t position) override
+    {
+        const AttributeIndex attribute = (*m_entry.inputs)[position].attribute;
+        return !m_isUnconnected && attribute != kNoAttribute &&
+               sourceOf(m_evaluator.m_graph, {m_plug.node, attribute, kNoSlot, -1});
+    }
+
     double number(std::size_t position, double fallback) override
     {
         const InputEntry& entry = (*m_entry.inputs)[position];

@@ -32,6 +32,8 @@ public:
 
     /// The value of an input; empty where the node has none of that name, or no value.
     virtual Value input(std::size_t position) = 0;
+    /// True when something is connected to the input or to a compound around it.
+    virtual bool isConnected(std::size_t position) = 0;
     /// As a number; `fallback` where the node has no such attribute or its value is no number.
     virtual double number(std::size_t position, double fallback) = 0;
     /// The stored elements of a numeric multi; null when it has none.

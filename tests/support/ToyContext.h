@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <set>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -24,6 +25,8 @@ public:
     std::map<std::string, const host::NumericArray*, std::less<>> arrays;
     /// Per multi input: the values of its elements by their indices, the outermost first.
     std::map<std::string, std::map<std::vector<std::int32_t>, host::Value>, std::less<>> elements;
+    /// Inputs that count as connected.
+    std::set<std::string, std::less<>> connected;
     host::Matrix4 parent;
     std::int32_t number_ = 1;
     std::int64_t ticks = 0;
@@ -65,6 +68,10 @@ public:
     {
         const auto found = values.find(m_row.inputs[position]);
         return found == values.end() ? host::Value() : found->second;
+    }
+    bool isConnected(std::size_t position) override
+    {
+        return connected.count(m_row.inputs[position]) != 0;
     }
     double number(std::size_t position, double fallback) override
     {

@@ -168,10 +168,10 @@ AnimationCurve::Wrapped AnimationCurve::wrapped(double time) const
     const bool isBefore = time < begin;
     const InfinityType type = isBefore ? m_before : m_after;
     if ((!isBefore && !(time > end)) || !(end > begin) || type == InfinityType::Linear) {
-        return {time, 0};
+        return {time, 0, 0};
     }
     if (type == InfinityType::Constant) {
-        return {isBefore ? begin : end, 0};
+        return {isBefore ? begin : end, 0, 0};
     }
     const double range = end - begin;
     const double distance = isBefore ? begin - time : time - end;
@@ -188,8 +188,8 @@ AnimationCurve::Wrapped AnimationCurve::wrapped(double time) const
     Wrapped result;
     result.time = isBefore != isMirrored ? end - rest : begin + rest;
     if (type == InfinityType::CycleRelative) {
-        const double gain = (passes + 1) * (m_spans.back().value - m_spans.front().value);
-        result.gain = isBefore ? -gain : gain;
+        result.passes = isBefore ? -(passes + 1) : passes + 1;
+        result.gain = result.passes * (m_spans.back().value - m_spans.front().value);
     }
     return result;
 }

@@ -34,6 +34,7 @@ public:
     struct Wrapped {
         double time = 0;
         double gain = 0;
+        double passes = 0; ///< whole ranges that the gain stands for; negative before the keys
     };
     Wrapped wrapped(double time) const;
 

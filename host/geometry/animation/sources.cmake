@@ -1,5 +1,6 @@
 list(APPEND SOURCES
     animation/AnimationCurve.cpp
+    animation/RotationCurves.cpp
     animation/WeightedSpan.cpp
     animation/tangents.cpp
 )
