@@ -1,4 +1,5 @@
 list(APPEND SOURCES
     hair/MeshSurfaceTest.cpp
     hair/RampTest.cpp
+    hair/strandsTest.cpp
 )
