@@ -1,4 +1,9 @@
 list(APPEND SOURCES
+    curve/BandSystem.cpp
     curve/CurveEvaluator.cpp
     curve/KnotVector.cpp
+    curve/SplineRows.cpp
+    curve/arcs.cpp
+    curve/interpolation.cpp
+    curve/knotAlgebra.cpp
 )

@@ -1,3 +1,7 @@
 list(APPEND SOURCES
     nurbs/SurfaceEvaluator.cpp
+    nurbs/primitives.cpp
+    nurbs/productSurface.cpp
+    nurbs/surfaceRows.cpp
+    nurbs/transformSpline.cpp
 )

@@ -1,10 +1,23 @@
 #include "host/nodes/nurbs/allNurbsNodes.h"
 
+#include "host/nodes/nurbs/nurbsTypes.h"
+
+#include <array>
+
 namespace host::nodes {
+namespace {
+
+constinit const std::array<const NodeCompute*, 11> kNurbsNodes{
+    &kMakeNurbCircle, &kMakeNurbCone,   &kMakeNurbCube,      &kMakeNurbCylinder,
+    &kMakeNurbPlane,  &kMakeNurbSphere, &kMakeNurbTorus,     &kMakeNurbsSquare,
+    &kNurbsCurve,     &kNurbsSurface,   &kTransformGeometry,
+};
+
+} // namespace
 
 std::span<const NodeCompute* const> allNurbsNodes()
 {
-    return {};
+    return kNurbsNodes;
 }
 
 } // namespace host::nodes

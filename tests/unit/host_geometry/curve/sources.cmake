@@ -1,3 +1,6 @@
 list(APPEND SOURCES
     curve/CurveEvaluatorTest.cpp
+    curve/arcsTest.cpp
+    curve/interpolationTest.cpp
+    curve/knotAlgebraTest.cpp
 )

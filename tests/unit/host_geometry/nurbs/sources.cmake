@@ -1,3 +1,4 @@
 list(APPEND SOURCES
     nurbs/SurfaceEvaluatorTest.cpp
+    nurbs/primitivesTest.cpp
 )

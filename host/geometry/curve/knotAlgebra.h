@@ -1,0 +1,36 @@
+// Insertion of knots, parts, and reversal: the shape of a spline stays what it is.
+#pragma once
+
+#include "host/geometry/curve/SplineRows.h"
+
+#include <span>
+
+namespace host::geometry {
+
+/// Control points beyond this number are not made; an operation that would need more leaves its
+/// input as it is.
+inline constexpr std::size_t kMaxSplineCvs = 1u << 20;
+
+/// Inserts the knot `u` of the domain up to `times` times (Boehm), never beyond multiplicity
+/// `degree`. A periodic spline stays periodic. Knots within `kKnotTolerance` of the domain's length
+/// beside each other are the same.
+void insertKnot(SplineRows& rows, double u, std::size_t times);
+inline constexpr double kKnotTolerance = 1e-10;
+
+/// The part between two parameters, clamped at both ends. Of a periodic spline `to` may lie up to
+/// one turn beyond the end of the domain. No points where from < to does not hold inside.
+SplineRows partOf(const SplineRows& rows, double from, double to);
+/// All of it, clamped at both ends; a periodic one becomes closed.
+SplineRows clamped(const SplineRows& rows);
+/// The pieces between the parameters, in ascending order. A periodic spline is opened at the first:
+/// n parameters make n pieces, of an open one n + 1. Parameters at ends and outside do not count.
+std::vector<SplineRows> pieces(const SplineRows& rows, std::span<const double> parameters);
+
+/// Backwards over the same domain: the point at u is that which was at start + end - u.
+void reverse(SplineRows& rows);
+/// Stretches the knots over another domain.
+void setDomain(SplineRows& rows, double start, double end);
+/// Rows whose ends meet within `tolerance` of their extent.
+bool isClosed(const SplineRows& rows, double tolerance = 1e-9);
+
+} // namespace host::geometry

@@ -1,0 +1,112 @@
+// nurbsSurface: what comes in, else what the file stored with its trim regions, with the shape's
+// own control points; in local space or in the world's.
+#include "host/nodes/nurbs/controlPointTweaks.h"
+#include "host/nodes/nurbs/nurbsTypes.h"
+#include "host/nodes/nurbs/splineInputs.h"
+
+#include "host/geometry/nurbs/SurfaceEvaluator.h"
+#include "host/geometry/nurbs/transformSpline.h"
+
+#include <algorithm>
+
+namespace host::nodes {
+namespace {
+
+using geometry::SplineForm;
+using geometry::SurfaceData;
+
+constexpr std::array<std::string_view, 8> kInputs{"create", "cached", "tweak",  "relativeTweak",
+                                                  "xValue", "yValue", "zValue", "trimFace"};
+constexpr std::array<std::string_view, 6> kOutputs{"local",     "worldSpace", "minValueU",
+                                                   "maxValueU", "minValueV",  "maxValueV"};
+constexpr std::size_t kWorldSpace = 1;
+constexpr std::size_t kFirstBound = 2;
+constexpr std::size_t kTrimFace = 7;
+
+/// Every control point of the overlap takes the place of the one that it repeats.
+void closeRings(SurfaceData& surface)
+{
+    const std::size_t u = surface.cvCountU();
+    const std::size_t v = surface.cvCountV();
+    const auto overlapU = static_cast<std::size_t>(surface.degreeU);
+    const auto overlapV = static_cast<std::size_t>(surface.degreeV);
+    const std::size_t keptU =
+        surface.formU == SplineForm::Periodic && u > overlapU ? u - overlapU : u;
+    const std::size_t keptV =
+        surface.formV == SplineForm::Periodic && v > overlapV ? v - overlapV : v;
+    for (std::size_t i = 0; i < u; ++i) {
+        for (std::size_t j = 0; j < v; ++j) {
+            const std::size_t from = (i % keptU * v + j % keptV) * surface.stride();
+            const std::size_t to = (i * v + j) * surface.stride();
+            std::copy_n(surface.poles.begin() + static_cast<std::ptrdiff_t>(from), surface.stride(),
+                        surface.poles.begin() + static_cast<std::ptrdiff_t>(to));
+        }
+    }
+}
+
+std::vector<Shared<geometry::TrimRegion>> storedTrims(ComputeContext& context)
+{
+    std::vector<Shared<geometry::TrimRegion>> regions;
+    for (const std::int32_t index : context.elementIndices(kTrimFace)) {
+        auto region = context.element(kTrimFace, index).data<geometry::TrimRegion>();
+        if (region != nullptr) {
+            regions.push_back(std::move(region));
+        }
+    }
+    return regions;
+}
+
+SharedSurface ownSurface(ComputeContext& context)
+{
+    SharedSurface surface = surfaceInput(context, 0);
+    std::vector<Shared<geometry::TrimRegion>> trims;
+    if (surface == nullptr) {
+        surface = surfaceInput(context, 1);
+        trims = storedTrims(context);
+    }
+    const ControlPointTweaks tweaks = readTweaks(context, 2);
+    if (surface == nullptr || !context.isComplete() || (tweaks.empty() && trims.empty())) {
+        return surface;
+    }
+    auto own = std::make_shared<SurfaceData>(*surface);
+    if (!trims.empty()) {
+        own->trims = std::move(trims);
+    }
+    if (!tweaks.empty() && geometry::isValidSurface(*own)) {
+        applyTweaks(tweaks, own->stride(), own->poles);
+        closeRings(*own);
+    }
+    return own;
+}
+
+Value bound(const SurfaceData& surface, std::size_t which)
+{
+    const geometry::SurfaceEvaluator evaluator(surface);
+    if (!evaluator.isValid()) {
+        return {};
+    }
+    const std::array<double, 4> bounds{evaluator.startU(), evaluator.endU(), evaluator.startV(),
+                                       evaluator.endV()};
+    return Value(bounds[which]);
+}
+
+Expected<Value> compute(ComputeContext& context)
+{
+    const bool isWorld = context.output() == kWorldSpace;
+    const Matrix4 world = isWorld ? context.parentWorldMatrix() : Matrix4{};
+    const SharedSurface surface = ownSurface(context);
+    if (surface == nullptr || !context.isComplete()) {
+        return Value();
+    }
+    if (context.output() >= kFirstBound) {
+        return bound(*surface, context.output() - kFirstBound);
+    }
+    return isWorld ? Value::of(geometry::transformed(*surface, world)) : Value(surface);
+}
+
+} // namespace
+
+constinit const NodeCompute kNurbsSurface{
+    .type = "nurbsSurface", .inputs = kInputs, .outputs = kOutputs, .compute = compute};
+
+} // namespace host::nodes

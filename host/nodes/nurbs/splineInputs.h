@@ -1,0 +1,57 @@
+// Curves and surfaces as inputs and outputs of computations.
+#pragma once
+
+#include "host/geometry/nurbs/SurfaceData.h"
+#include "host/types/ComputeContext.h"
+
+#include <cmath>
+
+namespace host::nodes {
+
+using SharedCurve = Shared<geometry::CurveData>;
+using SharedSurface = Shared<geometry::SurfaceData>;
+
+inline SharedCurve curveInput(ComputeContext& context, std::size_t position)
+{
+    return context.input(position).data<geometry::CurveData>();
+}
+
+inline SharedSurface surfaceInput(ComputeContext& context, std::size_t position)
+{
+    return context.input(position).data<geometry::SurfaceData>();
+}
+
+/// A surface as a value; none where it has no points.
+inline Value surfaceValue(geometry::SurfaceData surface)
+{
+    return surface.poles.empty() ? Value() : Value::of(std::move(surface));
+}
+
+inline Value curveValue(geometry::CurveData curve)
+{
+    return curve.poles.empty() ? Value() : Value::of(std::move(curve));
+}
+
+/// Three neighbouring inputs as a vector.
+inline Vec3d vectorInput(ComputeContext& context, std::size_t first, const Vec3d& fallback)
+{
+    return {context.number(first, fallback.x), context.number(first + 1, fallback.y),
+            context.number(first + 2, fallback.z)};
+}
+
+/// A whole number within bounds; `fallback` where the input is none.
+inline std::int32_t wholeInput(ComputeContext& context, std::size_t position, std::int32_t fallback,
+                               std::int32_t low, std::int32_t high)
+{
+    const double number = context.number(position, fallback);
+    return number >= low  ? static_cast<std::int32_t>(std::fmin(number, high))
+           : number < low ? low
+                          : fallback;
+}
+
+inline bool flagInput(ComputeContext& context, std::size_t position, bool fallback)
+{
+    return context.number(position, fallback ? 1 : 0) != 0;
+}
+
+} // namespace host::nodes
