@@ -10,6 +10,7 @@ set(SOURCES
     MeshManager.cpp
     NurbsManager.cpp
     ProgressCounter.cpp
+    hairStrand.cpp
     maya2vistrel.cpp
     maya2vistrelAnimation.cpp
     maya2vistrelCameras.cpp

@@ -71,21 +71,6 @@ void addEdge(MFnNurbsCurve& edge, orv::NurbsCurve& trims)
     trims.extendEdgeKnots(first);
 }
 
-/// Adds the curves among a boundary's edges; returns how many they are.
-std::int32_t addEdges(const MObjectArray& edges, orv::NurbsCurve& trims)
-{
-    std::int32_t count = 0;
-    for (unsigned int i = 0; i < edges.length(); ++i) {
-        MObject edge = edges[i];
-        if (edge.hasFn(MFn::kNurbsCurve)) {
-            MFnNurbsCurve curve(edge);
-            addEdge(curve, trims);
-            ++count;
-        }
-    }
-    return count;
-}
-
 } // namespace
 
 void convertNurbsSurface(MFnNurbsSurface& maya, std::shared_ptr<orv::NurbsSurface> surface)
@@ -129,11 +114,24 @@ std::shared_ptr<orv::NurbsCurve> convertTrims(MFnNurbsSurface& maya)
         for (unsigned int i = 0; i < boundaries.length(); ++i) {
             const MObjectArray edges = boundaries[i];
             FILE_LOG(DEBUG4) << "here is   " << edges.length() << " edges";
-            const std::int32_t count = addEdges(edges, *trims);
-            if (count > 0) {
-                trims->addTrim(count, i == 0 ? 1 : 0);
-            }
+            addTrimLoop(edges, i == 0, *trims);
         }
     }
     return trims;
+}
+
+void addTrimLoop(const MObjectArray& edges, bool isOuter, orv::NurbsCurve& trims)
+{
+    std::int32_t count = 0;
+    for (unsigned int i = 0; i < edges.length(); ++i) {
+        MObject edge = edges[i];
+        if (edge.hasFn(MFn::kNurbsCurve)) {
+            MFnNurbsCurve curve(edge);
+            addEdge(curve, trims);
+            ++count;
+        }
+    }
+    if (count > 0) {
+        trims.addTrim(count, isOuter ? 1 : 0);
+    }
 }

@@ -4,6 +4,7 @@
 #include <memory>
 
 class MFnNurbsSurface;
+class MObjectArray;
 namespace orv {
 class NurbsCurve;
 class NurbsSurface;
@@ -16,3 +17,6 @@ void convertNurbsSurface(MFnNurbsSurface& maya, std::shared_ptr<orv::NurbsSurfac
 
 /// The trim loops of all regions, the outer boundary of each marked as such; never a null pointer.
 std::shared_ptr<orv::NurbsCurve> convertTrims(MFnNurbsSurface& maya);
+
+/// Adds one loop of the curves among a boundary's edges; none when no edge is a curve.
+void addTrimLoop(const MObjectArray& edges, bool isOuter, orv::NurbsCurve& trims);

@@ -2,7 +2,7 @@
 
 #include "plugins/maya/src/DirtyChecker.h"
 #include "scene/LightCamera.h"
-#include "tests/unit/plugin_maya/SceneFixture.h"
+#include "tests/unit/plugin_maya/DriverFixture.h"
 
 namespace {
 
@@ -10,42 +10,6 @@ class CleanChecker final : public IDirtyChecker {
 public:
     bool isDirty(const MDagPath&) override { return false; }
 };
-
-class Driver : public SceneFixture {
-protected:
-    ImportArgs args;
-
-    /// Opens and exports a scene of these statements.
-    std::string exported(const std::string& statements, const std::string& name = "scene.ma")
-    {
-        args.setString(IMPORT_FILENAME, write(statements, name));
-        return run();
-    }
-    std::string run()
-    {
-        WrittenScene scene;
-        {
-            Maya2Vistrel driver(&scene.layer(), args);
-            status = driver.openAndExport();
-        }
-        return scene.text();
-    }
-    MStatus status;
-};
-
-bool has(const std::string& text, const std::string& part)
-{
-    return text.find(part) != std::string::npos;
-}
-
-std::size_t count(const std::string& text, const std::string& part)
-{
-    std::size_t number = 0;
-    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
-        ++number;
-    }
-    return number;
-}
 
 } // namespace
 

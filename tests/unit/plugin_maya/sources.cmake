@@ -1,8 +1,13 @@
 set(SOURCES
+    GroupIndexTest.cpp
     GroupStackTest.cpp
     ProgressCounterTest.cpp
+    animationTest.cpp
     driverTest.cpp
+    hairTest.cpp
+    layersTest.cpp
     materialsTest.cpp
     mayautilTest.cpp
     meshesTest.cpp
+    surfacesTest.cpp
 )
