@@ -24,7 +24,7 @@ inline EdgeTurns operator-(const EdgeTurns& turns)
 /// Triangles over the whole square of the grid, whose four corners are the vertices 0 to 3. Edge e
 /// belongs to triangle e / 3, begins at vertex `origin(e)` and has the triangle on its left; its
 /// twin runs the other way in the triangle beside it. Edges that are not kept satisfy Delaunay's
-/// condition.
+/// condition, except for some where lines cross each other or very many edges.
 class DelaunayMesh {
 public:
     static constexpr std::uint32_t kNone = 0xffffffff;
@@ -39,7 +39,8 @@ public:
 
     /// Adds `turns` to the edge from the vertex `from` to `to`, which from now on is kept, or to
     /// the edges through vertices in between. Where it crosses kept edges, vertices are added and
-    /// both lines bend by up to half a step of the grid. Neither is a corner of the square.
+    /// both lines bend by up to half a step of the grid, more where lines run steps apart. Neither
+    /// is a corner of the square.
     void keep(std::uint32_t from, std::uint32_t to, const EdgeTurns& turns);
 
     std::size_t vertexCount() const { return m_places.size(); }
@@ -55,7 +56,10 @@ public:
     bool hasDetours() const { return m_hasDetours; }
 
     static constexpr std::uint32_t kMaxCrossings = 1U << 20;
-    static constexpr int kMaxBends = 48; ///< pieces of pieces of one line
+    static constexpr int kMaxBends = 24; ///< pieces of pieces of one line
+    static constexpr int kFreeBends = 4; ///< thereof by no more than rounding asks for
+    /// Edges turned per edge that a line crosses, to get Delaunay's condition back.
+    static constexpr std::size_t kTurnsPerCrossedEdge = 32;
 
 private:
     static std::uint32_t next(std::uint32_t edge) { return edge % 3 == 2 ? edge - 2 : edge + 1; }
@@ -115,19 +119,22 @@ private:
     void advance(Line line);
     /// The kept edge that stops the line, or kNone when it comes to vertex `reached`.
     std::uint32_t walk(const Line& line, std::uint32_t firstCrossed, bool passesKept);
+    std::uint32_t nearest(const GridPlace& place, const std::array<std::uint32_t, 4>& among,
+                          std::int64_t radius) const;
     void resolveCrossing(const Line& line, std::uint32_t crossed);
     void detour(const Line& line);
     void carve(const Line& line);
-    /// Places of the rim that are closed to a polygon by an edge from vertex `from`, whose twin is
-    /// `parent`.
-    struct RimRange {
-        std::size_t first = 0, last = 0;
-        std::uint32_t from = 0;
-        std::uint32_t parent = kNone;
+    void takeUpRim();
+    /// One step of the walk round a side of the channel: leads to `vertex` along a place of the rim
+    /// or along the other side of a new edge.
+    struct Step {
+        std::uint32_t vertex = 0;
+        std::uint32_t rimPlace = kNone;
+        std::uint32_t edge = kNone;
     };
-    std::uint32_t fillSide(std::size_t first, std::size_t last, std::uint32_t from);
-    void fillPart(const RimRange& range);
-    std::size_t apexBetween(const RimRange& range);
+    std::uint32_t fillSide(std::size_t first, std::size_t last, std::uint32_t end);
+    void attach(std::uint32_t edge, std::uint32_t origin, const Step& step);
+    void relax();
 
     std::vector<GridPlace> m_places;
     std::vector<std::uint32_t> m_vertexEdge; ///< an edge that begins at the vertex
@@ -153,7 +160,7 @@ private:
     std::vector<std::uint32_t> m_rimPlace;   ///< of an edge, while the rim is taken up
     std::vector<std::uint32_t> m_rimPartner; ///< place of the twin when it is on the rim too
     std::vector<std::uint32_t> m_rimEdge;    ///< the edge that each place became
-    std::vector<RimRange> m_ranges;          ///< still to be filled
+    std::vector<Step> m_walk;                ///< round what is still to be filled
 };
 
 } // namespace host::geometry

@@ -125,7 +125,27 @@ std::uint32_t DelaunayMesh::walk(const Line& line, std::uint32_t firstCrossed, b
     }
 }
 
-/// Leads the line and the kept edge that it crosses through a common vertex.
+/// The one of four vertices that is nearest to a place and at most `radius` away along both axes.
+std::uint32_t DelaunayMesh::nearest(const GridPlace& place,
+                                    const std::array<std::uint32_t, 4>& among,
+                                    std::int64_t radius) const
+{
+    std::uint32_t best = kNone;
+    for (const std::uint32_t vertex : among) {
+        const std::int64_t dx = m_places[vertex].x - place.x;
+        const std::int64_t dy = m_places[vertex].y - place.y;
+        const std::int64_t distance = std::max(std::max(dx, -dx), std::max(dy, -dy));
+        if (distance <= radius) {
+            best = vertex;
+            radius = distance - 1;
+        }
+    }
+    return best;
+}
+
+/// Leads the line and the kept edge that it crosses through a common vertex: a new one, or one of
+/// their ends when that is as near as the rounding of places. Lines that run close together could
+/// cross again beside each new vertex; so the ends draw from farther away with each bend.
 void DelaunayMesh::resolveCrossing(const Line& line, std::uint32_t crossed)
 {
     ++m_crossings;
@@ -134,20 +154,22 @@ void DelaunayMesh::resolveCrossing(const Line& line, std::uint32_t crossed)
     const GridPlace place =
         crossingPlace(m_places[line.from], m_places[line.to], m_places[first], m_places[last]);
     const int bends = line.bends + 1;
-    std::uint32_t vertex = place == m_places[first] ? first : last;
-    if (place != m_places[first] && place != m_places[last]) {
+    const std::int64_t radius = bends > kFreeBends ? std::int64_t{1} << (bends - kFreeBends) : 0;
+    std::uint32_t vertex = nearest(place, {first, last, line.from, line.to}, radius);
+    if (vertex != first && vertex != last) {
         const EdgeTurns turns = m_turns[crossed];
         for (const std::uint32_t edge : {crossed, m_twin[crossed]}) {
             m_isKept[edge] = 0;
             m_turns[edge] = {};
         }
         m_lastTriangle = crossed / 3;
-        vertex = insert(place);
+        vertex = vertex == kNone ? insert(place) : vertex;
         m_lines.push_back({first, vertex, turns, bends});
         m_lines.push_back({vertex, last, turns, bends});
     }
+    // What is beyond the crossing has come no nearer to bending for ever.
+    m_lines.push_back({vertex, line.to, line.turns, line.bends});
     m_lines.push_back({line.from, vertex, line.turns, bends});
-    m_lines.push_back({vertex, line.to, line.turns, bends});
 }
 
 /// Leads the line along the left side of the channel, as far as the vertex reached.
@@ -159,13 +181,11 @@ void DelaunayMesh::detour(const Line& line)
     }
 }
 
-/// Clears the channel, lays a kept edge through it and fills both sides again.
-void DelaunayMesh::carve(const Line& line)
+/// Saves what the edges round the channel carry: the left side from the vertex reached back to the
+/// line's start, then the right side.
+void DelaunayMesh::takeUpRim()
 {
-    std::vector<std::uint32_t>& left = m_left;
-    std::reverse(left.begin(), left.end()); // round the left side from the vertex reached
-    const std::uint32_t from = line.from;
-    const std::uint32_t reached = m_reached;
+    std::reverse(m_left.begin(), m_left.end());
     m_rim.clear();
     m_rimPlace.resize(m_origin.size(), kNone);
     for (const std::vector<std::uint32_t>* chain : {&m_left, &m_right}) {
@@ -174,7 +194,7 @@ void DelaunayMesh::carve(const Line& line)
             m_rim.push_back(side(edge));
         }
     }
-    // An edge that juts into the channel is on its rim with both sides.
+    // An edge that juts into the channel is on the rim with both sides.
     m_rimPartner.assign(m_rim.size(), kNone);
     for (std::size_t i = 0; i < m_rim.size(); ++i) {
         if (m_rim[i].twin != kNone) {
@@ -186,10 +206,16 @@ void DelaunayMesh::carve(const Line& line)
             m_rimPlace[edge] = kNone;
         }
     }
+}
+
+/// Clears the channel, lays a kept edge through it and fills both sides again.
+void DelaunayMesh::carve(const Line& line)
+{
+    takeUpRim();
     m_rimEdge.assign(m_rim.size(), kNone);
-    const std::size_t middle = left.size();
-    const std::uint32_t forth = fillSide(0, middle, from);
-    const std::uint32_t back = fillSide(middle, m_rim.size(), reached);
+    const std::size_t middle = m_left.size();
+    const std::uint32_t forth = fillSide(0, middle, line.from);
+    const std::uint32_t back = fillSide(middle, m_rim.size(), m_reached);
     link(forth, back);
     for (std::size_t i = 0; i < m_rim.size(); ++i) {
         if (m_rimPartner[i] != kNone) {
@@ -197,65 +223,77 @@ void DelaunayMesh::carve(const Line& line)
         }
     }
     keepEdge(forth, line.turns);
+    relax();
 }
 
-/// The vertex of the rim between two of its places whose circle with them is empty.
-std::size_t DelaunayMesh::apexBetween(const RimRange& range)
+/// Fills the polygon of the rim's edges from place `first` to before `last`, which an edge from
+/// `end` to the start of the rim closes; returns that edge. From every vertex of the rim a straight
+/// way leads to the closing edge, so that cutting off each left turn at once never goes wrong
+/// (G. Toussaint and D. Avis, On a Convex Hull Algorithm for Polygons).
+std::uint32_t DelaunayMesh::fillSide(std::size_t first, std::size_t last, std::uint32_t end)
 {
-    const GridPlace& from = m_places[range.from];
-    const GridPlace& to = m_places[m_rim[range.first].origin];
-    std::size_t best = range.first + 1;
-    bool isFound = false;
-    for (std::size_t i = range.first + 1; i < range.last && !isSpent(); ++i) {
-        ++m_steps;
-        const GridPlace& place = m_places[m_rim[i].origin];
-        const bool isBetter = !isFound
-                                  ? turnArea(from, to, place) > 0
-                                  : isInCircle(from, to, m_places[m_rim[best].origin], place) &&
-                                        turnArea(from, to, place) > 0;
-        if (isBetter) {
-            best = i;
-            isFound = true;
+    m_walk.assign(1, {m_rim[first].origin, kNone, kNone});
+    std::uint32_t closing = kNone;
+    for (std::size_t i = first; i < last; ++i) {
+        const std::uint32_t vertex = i + 1 < last ? m_rim[i + 1].origin : end;
+        Step step{vertex, static_cast<std::uint32_t>(i), kNone};
+        while (m_walk.size() > 1) {
+            const Step corner = m_walk.back();
+            const std::uint32_t before = m_walk[m_walk.size() - 2].vertex;
+            if (turnArea(m_places[before], m_places[corner.vertex], m_places[vertex]) <= 0) {
+                break;
+            }
+            m_walk.pop_back();
+            ++m_steps;
+            closing = 3 * m_channel.back();
+            m_channel.pop_back();
+            attach(closing + 1, before, corner);
+            attach(closing + 2, corner.vertex, step);
+            put(closing, {vertex, kNone, {}, false});
+            step = {vertex, kNone, closing};
+            m_toCheck.push_back(closing + 1);
+            m_toCheck.push_back(closing + 2);
         }
+        m_walk.push_back(step);
     }
-    return best;
+    return closing;
 }
 
-/// Fills the polygon of the rim's edges from place `first` to before `last`, which begins with an
-/// edge from `from` to the start of the rim (M. Anglada, An Improved Incremental Algorithm for
-/// Constructing Restricted Delaunay Triangulations). Returns that edge.
-std::uint32_t DelaunayMesh::fillSide(std::size_t first, std::size_t last, std::uint32_t from)
+/// Makes an edge of a new triangle be what a step of the walk leads along.
+void DelaunayMesh::attach(std::uint32_t edge, std::uint32_t origin, const Step& step)
 {
-    std::uint32_t base = kNone;
-    m_ranges.assign(1, {first, last, from, kNone});
-    while (!m_ranges.empty()) {
-        const RimRange range = m_ranges.back();
-        m_ranges.pop_back();
-        const std::size_t middle = apexBetween(range);
-        const std::uint32_t apexVertex = m_rim[middle].origin;
-        const std::uint32_t edge = 3 * m_channel.back();
-        m_channel.pop_back();
-        put(edge, {range.from, range.parent, {}, false});
-        put(edge + 1, {m_rim[range.first].origin, kNone, {}, false});
-        put(edge + 2, {apexVertex, kNone, {}, false});
-        base = range.parent == kNone ? edge : base;
-        fillPart({range.first, middle, apexVertex, edge + 1});
-        fillPart({middle, range.last, range.from, edge + 2});
-    }
-    return base;
-}
-
-/// Puts the one edge of a range where its parent is, or leaves the range for later.
-void DelaunayMesh::fillPart(const RimRange& range)
-{
-    if (range.last - range.first > 1) {
-        m_ranges.push_back(range);
+    if (step.rimPlace == kNone) {
+        put(edge, {origin, step.edge, {}, false});
         return;
     }
-    Side rim = m_rim[range.first];
-    rim.twin = m_rimPartner[range.first] == kNone ? rim.twin : kNone;
-    put(range.parent, rim);
-    m_rimEdge[range.first] = range.parent;
+    Side rim = m_rim[step.rimPlace];
+    rim.twin = m_rimPartner[step.rimPlace] == kNone ? rim.twin : kNone;
+    put(edge, rim);
+    m_rimEdge[step.rimPlace] = edge;
+}
+
+/// Turns edges round those to check until Delaunay's condition holds, or enough has been done.
+void DelaunayMesh::relax()
+{
+    std::size_t left = kTurnsPerCrossedEdge * m_rim.size();
+    while (!m_toCheck.empty() && left > 0) {
+        const std::uint32_t edge = m_toCheck.back();
+        m_toCheck.pop_back();
+        ++m_steps;
+        const std::uint32_t other = m_twin[edge];
+        if (other == kNone || m_isKept[edge] != 0 ||
+            !isInCircle(m_places[m_origin[edge]], m_places[end(edge)], m_places[apex(edge)],
+                        m_places[apex(other)])) {
+            continue;
+        }
+        --left;
+        flip(edge);
+        for (const std::uint32_t turned : {edge, other}) {
+            const std::uint32_t triangle = turned - turned % 3;
+            m_toCheck.insert(m_toCheck.end(), {triangle, triangle + 1, triangle + 2});
+        }
+    }
+    m_toCheck.clear();
 }
 
 } // namespace host::geometry

@@ -41,8 +41,8 @@ struct PlaneTriangulation {
 
 /// Limits of one call: points, and steps per point on top of kFreeSteps.
 inline constexpr std::size_t kMaxPlanePoints = std::size_t{1} << 26;
-inline constexpr std::uint64_t kFreeSteps = 50'000'000;
-inline constexpr std::uint64_t kStepsPerPoint = 400;
+inline constexpr std::uint64_t kFreeSteps = 20'000'000;
+inline constexpr std::uint64_t kStepsPerPoint = 50;
 
 /// A constrained Delaunay triangulation of the inside.
 ///
