@@ -114,6 +114,13 @@ public:
         return plug ? m_evaluator.elementsOf(plug) : std::vector<std::int32_t>();
     }
 
+    std::vector<std::int32_t> connectedIndices(std::size_t position,
+                                               std::span<const std::int32_t> outer) override
+    {
+        const Plug plug = m_isUnconnected ? Plug{} : plugInside(position, outer);
+        return plug ? m_evaluator.connectedElementsOf(plug) : std::vector<std::int32_t>();
+    }
+
     Value element(std::size_t position, std::span<const std::int32_t> indices) override
     {
         const Plug plug = plugInside(position, indices);
@@ -301,6 +308,27 @@ std::vector<std::int32_t> Evaluator::elementsOf(const Plug& array)
     }
     for (const std::int32_t index : m_graph.elementIndices(source)) {
         indices.push_back(index);
+    }
+    std::sort(indices.begin(), indices.end());
+    indices.erase(std::unique(indices.begin(), indices.end()), indices.end());
+    return indices;
+}
+
+/// The elements of a multi at which something is connected to them or to a part of them.
+std::vector<std::int32_t> Evaluator::connectedElementsOf(const Plug& array) const
+{
+    constexpr std::uint32_t kNoConnection = 0xffffffff;
+    std::vector<std::int32_t> indices;
+    const std::vector<Slot>& slots = m_graph.node(array.node).slots;
+    for (const Slot& slot : slots) {
+        const Slot* at = slot.input != kNoConnection ? &slot : nullptr;
+        while (at != nullptr && !(at->attribute == array.attribute &&
+                                  at->context == array.context && at->index >= 0)) {
+            at = at->context != kNoSlot ? &slots[at->context] : nullptr;
+        }
+        if (at != nullptr) {
+            indices.push_back(at->index);
+        }
     }
     std::sort(indices.begin(), indices.end());
     indices.erase(std::unique(indices.begin(), indices.end()), indices.end());

@@ -38,6 +38,11 @@ public:
     /// The nodes that were passed by on the way to an evaluated plug, nearest first; of several
     /// branches the first.
     std::vector<PassedNode> passedNodes(const graph::Plug& plug) const;
+    /// Gives a node's computations what they will find kept.
+    void keep(graph::NodeId node, std::shared_ptr<const void> made)
+    {
+        m_kept[node] = std::move(made);
+    }
     /// The node whose outTime and unwarpedTime are the time that is set, whatever is stored there.
     void setClock(graph::NodeId node);
     /// Sets the time and makes dirty what was computed from it.
@@ -66,6 +71,7 @@ private:
     void finish(const graph::Plug& plug, Value value);
 
     std::vector<std::int32_t> elementsOf(const graph::Plug& array);
+    std::vector<std::int32_t> connectedElementsOf(const graph::Plug& array) const;
     std::vector<graph::Plug> geometryInputs(const graph::Plug& output);
     std::vector<graph::Plug> unknownNodeInputs(const graph::Plug& output) const;
     bool isWithoutEffect(graph::NodeId node);

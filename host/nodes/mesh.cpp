@@ -11,8 +11,10 @@
 namespace host::nodes {
 namespace {
 
-constexpr std::array<std::string_view, 5> kInputs{"inMesh", "cachedInMesh", "pnts", "quadSplit",
-                                                  "vertexNormalMethod"};
+constexpr std::array<std::string_view, 8> kInputs{
+    "inMesh", "cachedInMesh", "pnts", "quadSplit", "vertexNormalMethod", "pntx", "pnty", "pntz"};
+constexpr std::size_t kTweaks = 2;
+constexpr std::size_t kTweakX = 5;
 constexpr std::array<std::string_view, 2> kOutputs{"outMesh", "worldMesh"};
 constexpr std::size_t kCoordinates = 3;
 
@@ -42,15 +44,49 @@ std::vector<float> offsetBlock(const NumericArray& tweaks)
     return block;
 }
 
-Shared<geometry::MeshData> tweaked(const Shared<geometry::MeshData>& mesh,
-                                   const NumericArray* tweaks)
+/// The offset of a point that something is connected to.
+struct LivingTweak {
+    std::size_t point = 0;
+    Vec3f offset;
+};
+
+std::vector<LivingTweak> livingTweaks(ComputeContext& context)
 {
-    if (tweaks == nullptr || tweaks->empty() || tweaks->width() != kCoordinates) {
+    std::vector<LivingTweak> tweaks;
+    for (const std::int32_t index : context.connectedIndices(kTweaks)) {
+        const Vec3d offset{context.element(kTweakX, index).number(),
+                           context.element(kTweakX + 1, index).number(),
+                           context.element(kTweakX + 2, index).number()};
+        tweaks.push_back({static_cast<std::size_t>(index), toFloat(offset)});
+    }
+    return tweaks;
+}
+
+Vec3f sum(const Vec3f& a, const Vec3f& b)
+{
+    return {a.x + b.x, a.y + b.y, a.z + b.z};
+}
+
+Shared<geometry::MeshData> tweaked(const Shared<geometry::MeshData>& mesh,
+                                   const NumericArray* tweaks,
+                                   const std::vector<LivingTweak>& living)
+{
+    const bool isStored = tweaks != nullptr && !tweaks->empty() && tweaks->width() == kCoordinates;
+    if (!isStored && living.empty()) {
         return mesh;
     }
+    const std::span<const Vec3f> before = geometry::pointsOf(*mesh);
+    std::vector<Vec3f> points(before.begin(), before.end());
+    if (isStored) {
+        points = geometry::addOffsets(before, offsetRuns(*tweaks), offsetBlock(*tweaks));
+    }
+    for (const LivingTweak& tweak : living) {
+        if (tweak.point < points.size()) {
+            points[tweak.point] = sum(before[tweak.point], tweak.offset);
+        }
+    }
     auto moved = std::make_shared<geometry::MeshData>(*mesh);
-    moved->points = std::make_shared<const std::vector<Vec3f>>(
-        geometry::addOffsets(geometry::pointsOf(*mesh), offsetRuns(*tweaks), offsetBlock(*tweaks)));
+    moved->points = std::make_shared<const std::vector<Vec3f>>(std::move(points));
     return moved;
 }
 
@@ -83,10 +119,13 @@ Expected<Value> compute(ComputeContext& context)
     if (mesh == nullptr) {
         mesh = context.input(1).data<geometry::MeshData>();
     }
+    const std::vector<LivingTweak> living = livingTweaks(context);
+    const Value quadSplit = context.input(3);
+    const Value normalMethod = context.input(4);
     if (mesh == nullptr || !context.isComplete()) {
         return Value();
     }
-    return Value(styled(tweaked(mesh, context.array(2)), context.input(3), context.input(4)));
+    return Value(styled(tweaked(mesh, context.array(kTweaks), living), quadSplit, normalMethod));
 }
 
 } // namespace

@@ -44,6 +44,9 @@ public:
     /// outermost first.
     virtual std::vector<std::int32_t> elementIndices(std::size_t position,
                                                      std::span<const std::int32_t> outer = {}) = 0;
+    /// Those of them at which something is connected to the element or into it.
+    virtual std::vector<std::int32_t>
+    connectedIndices(std::size_t position, std::span<const std::int32_t> outer = {}) = 0;
     /// The value of an input inside multis: one index per multi on the way, the outermost first.
     virtual Value element(std::size_t position, std::span<const std::int32_t> indices) = 0;
     Value element(std::size_t position, std::int32_t index)

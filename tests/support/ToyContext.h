@@ -99,6 +99,13 @@ public:
         }
         return indices;
     }
+    /// All elements of an input that counts as connected.
+    std::vector<std::int32_t> connectedIndices(std::size_t position,
+                                               std::span<const std::int32_t> outer) override
+    {
+        return isConnected(position) ? elementIndices(position, outer)
+                                     : std::vector<std::int32_t>();
+    }
     host::Value element(std::size_t position, std::span<const std::int32_t> indices) override
     {
         const auto found = elements.find(m_row.inputs[position]);
