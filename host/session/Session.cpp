@@ -5,6 +5,7 @@
 #include "host/nodes/allNodeTypes.h"
 #include "host/session/SessionState.h"
 #include "host/session/defaultScene.h"
+#include "host/session/rotationCurves.h"
 #include "platform/MappedFile.h"
 
 #include <algorithm>
@@ -124,6 +125,7 @@ void Session::finishScene(std::unique_ptr<Evaluation> evaluation)
                  : ticksOf(kDefaultFrame, m_units);
     m_evaluation->evaluator.setClock(clock);
     m_evaluation->evaluator.setTime(m_time);
+    joinRotationCurves(*m_graph, m_evaluation->evaluator);
 }
 
 Expected<void> Session::open(std::string_view utf8Path)

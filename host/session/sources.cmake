@@ -16,6 +16,7 @@ set(SOURCES
     plugLookup.cpp
     plugQueries.cpp
     report.cpp
+    rotationCurves.cpp
     setQueries.cpp
     shapeQueries.cpp
     unknownNodes.cpp

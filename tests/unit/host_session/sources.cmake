@@ -1,6 +1,9 @@
 set(SOURCES
+    animationCurveTest.cpp
+    curveTruthTest.cpp
     dagTest.cpp
     defaultSceneTest.cpp
+    hairTest.cpp
     meshTest.cpp
     openTest.cpp
     plugTest.cpp
