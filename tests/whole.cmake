@@ -28,6 +28,9 @@ script_test(corpus.compareMesh tests/corpus/compareMeshTest.py)
 if(TARGET maya_importer)
     script_test(whole.runSequence tests/whole/runSequence.py ${ORV_RUNNER} $<TARGET_FILE:maya_importer>)
     script_test(whole.sceneFiles tests/whole/sceneFiles.py ${ORV_RUNNER} $<TARGET_FILE:maya_importer>)
+    script_test(whole.animatedScenes tests/whole/animatedScenes.py ${ORV_RUNNER} $<TARGET_FILE:maya_importer>)
+    script_test(whole.layerScenes tests/whole/layerScenes.py ${ORV_RUNNER} $<TARGET_FILE:maya_importer>)
+    script_test(whole.surfaceScenes tests/whole/surfaceScenes.py ${ORV_RUNNER} $<TARGET_FILE:maya_importer>)
     script_test(whole.sameBytes tests/whole/sameBytes.py ${ORV_RUNNER} --importer $<TARGET_FILE:maya_importer>
         ${ORV_OTHER_IMPORTER} ${ORV_EXAMPLES})
     script_test(whole.mutated tests/whole/mutated.py ${ORV_RUNNER} --importer $<TARGET_FILE:maya_importer>

@@ -21,8 +21,6 @@ constexpr const char* kAbout =
 
 // clang-format off
 constexpr const char* kFooter =
-    "Animation, layers, NURBS surfaces and hair are not converted yet: their flags change nothing.\n"
-    "\n"
     "Exit status: 0 done, 2 wrong usage, 3 scene missing or unreadable, 4 not a Maya scene or damaged,\n"
     "6 the result could not be written, 7 the importer died. An existing result stays as it was unless\n"
     "the status is 0.";
@@ -60,27 +58,32 @@ void declareSettings(CLI::App& app, Flags& flags)
     const auto group = "What to convert, and how";
     app.add_option(
            "--frame", flags.frame,
-           "show this frame before converting (default: the time at which the scene was saved)")
+           "as the scene stands at this frame, without animation (default: as saved, with it)")
         ->type_name("N")
         ->group(group);
     app.add_flag("--keep-hierarchy", flags.keepHierarchy,
                  "ask the renderer to keep the groups instead of merging them")
         ->group(group);
-    app.add_flag("--split-layers", flags.splitLayers, "one group for each display layer")
+    app.add_flag("--split-layers", flags.splitLayers,
+                 "one group for each display layer, and one for the whole scene")
         ->group(group);
     app.add_flag("--unique-materials", flags.uniqueMaterials,
                  "a material of its own for every object")
         ->group(group);
     app.add_flag("--include-nurbs", flags.includeNurbs,
-                 "NURBS surfaces beside their tessellated meshes")
+                 "write NURBS surfaces beside their meshes, not only the meshes")
         ->group(group);
-    app.add_flag("--no-tessellate", flags.noTessellate, "no meshes for NURBS surfaces")
+    app.add_flag("--no-tessellate", flags.noTessellate,
+                 "no meshes for NURBS surfaces; without --include-nurbs nothing is left of them")
         ->group(group);
-    app.add_option("--curve-radius", flags.curveRadius, "radius of curves and hair (default: 1)")
+    app.add_option("--curve-radius", flags.curveRadius,
+                   "radius of hair whose points have none of their own (default: 1)")
         ->type_name("R")
         ->check(CLI::NonNegativeNumber)
         ->group(group);
-    app.add_flag("--smooth-curves", flags.smoothCurves, "fit curves to cubic ones")->group(group);
+    app.add_flag("--smooth-curves", flags.smoothCurves,
+                 "ask the renderer to fit hair to cubic curves")
+        ->group(group);
     app.add_option("--extractor", flags.extractor,
                    "standard: each part has its own vertices; beta: all parts share the mesh's")
         ->type_name("NAME")

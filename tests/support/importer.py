@@ -8,7 +8,7 @@ import os
 import subprocess
 import tempfile
 
-KEYS = {'major_version': 0, 'minor_version': 1, 'loglevel': 4, 'curveradius': 5, 'include_nurbs': 7,
+KEYS = {'major_version': 0, 'minor_version': 1, 'loglevel': 4, 'curveradius': 5, 'smooth_curves': 6, 'include_nurbs': 7,
         'collapse_hierarchy': 8, 'split_layers': 9, 'frame': 10, 'import_filename': 11, 'output_filename': 12,
         'debugobx': 14, 'tessellate': 15, 'unique_materials': 20, 'experimental': 21}
 
