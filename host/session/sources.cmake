@@ -13,11 +13,13 @@ set(SOURCES
     dagQueries.cpp
     defaultScene.cpp
     hairQueries.cpp
+    hairSettings.cpp
     plugLookup.cpp
     plugQueries.cpp
     report.cpp
     rotationCurves.cpp
     setQueries.cpp
     shapeQueries.cpp
+    strokeLines.cpp
     unknownNodes.cpp
 )

@@ -12,6 +12,7 @@ set(SOURCES
     arraysTest.cpp
     buffersTest.cpp
     componentsTest.cpp
+    hairTest.cpp
     meshesTest.cpp
     noSceneTest.cpp
     nodesTest.cpp
