@@ -4,6 +4,7 @@
 #include "host/types/ComputeContext.h"
 #include "host/types/NodeType.h"
 
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <unordered_map>
@@ -16,7 +17,14 @@ struct InputEntry {
     AttributeIndex attribute = kNoAttribute; ///< the type may not have it
     double initial = 0;
     bool isPlainNumber = false; ///< without a connection it is what is stored, else `initial`
+    std::uint64_t ways = 0;     ///< bits of itself and of the compounds around it, see bitOf
 };
+
+/// One of 64 bits for an attribute: what has not the bit is another attribute.
+constexpr std::uint64_t bitOf(AttributeIndex attribute)
+{
+    return std::uint64_t{1} << (attribute % 64);
+}
 
 /// What computes one attribute of a type.
 struct OutputEntry {

@@ -25,6 +25,8 @@ constexpr std::uint32_t kMaxAttempts = 100000;
 /// Inputs that are tried in turn where a node joins several geometries.
 constexpr std::size_t kMaxPassedInputs = 64;
 
+constexpr std::uint32_t kNoConnection = 0xffffffff;
+
 /// Compounds around an attribute.
 constexpr std::size_t kMaxNesting = 12;
 
@@ -61,7 +63,7 @@ public:
         : m_evaluator(evaluator)
         , m_plug(plug)
         , m_entry(entry)
-        , m_isUnconnected(hasNoInputs(evaluator.m_graph.node(plug.node)))
+        , m_inputs(evaluator.inputsOf(plug.node))
     {
     }
 
@@ -80,16 +82,19 @@ public:
 
     bool isConnected(std::size_t position) override
     {
-        const AttributeIndex attribute = (*m_entry.inputs)[position].attribute;
-        return !m_isUnconnected && attribute != kNoAttribute &&
-               sourceOf(m_evaluator.m_graph, {m_plug.node, attribute, kNoSlot, -1});
+        const InputEntry& entry = (*m_entry.inputs)[position];
+        return (m_inputs.connected & entry.ways) != 0 &&
+               sourceOf(m_evaluator.m_graph, {m_plug.node, entry.attribute, kNoSlot, -1});
     }
 
     double number(std::size_t position, double fallback) override
     {
         const InputEntry& entry = (*m_entry.inputs)[position];
-        if (!m_isUnconnected || !entry.isPlainNumber) {
+        if ((m_inputs.connected & entry.ways) != 0 || !entry.isPlainNumber) {
             return input(position).number(fallback);
+        }
+        if ((m_inputs.present & bitOf(entry.attribute)) == 0) {
+            return entry.initial;
         }
         const SlotId slot =
             m_evaluator.m_graph.findSlot({m_plug.node, entry.attribute, kNoSlot, -1});
@@ -117,7 +122,7 @@ public:
     std::vector<std::int32_t> connectedIndices(std::size_t position,
                                                std::span<const std::int32_t> outer) override
     {
-        const Plug plug = m_isUnconnected ? Plug{} : plugInside(position, outer);
+        const Plug plug = m_inputs.connected == 0 ? Plug{} : plugInside(position, outer);
         return plug ? m_evaluator.connectedElementsOf(plug) : std::vector<std::int32_t>();
     }
 
@@ -191,7 +196,7 @@ private:
     Evaluator& m_evaluator;
     const Plug& m_plug;
     const OutputEntry& m_entry;
-    bool m_isUnconnected; ///< most nodes are: their numbers are read straight away
+    const NodeInputs m_inputs; ///< numbers that are surely not connected are read straight away
 };
 
 Evaluator::Evaluator(graph::Graph& graph, const InstanceTable& instances,
@@ -231,7 +236,7 @@ void Evaluator::step()
             m_stack.pop_back(); // two waited for it
             return;
         }
-        m_inProgress.insert(keyOf(plug.node, slot));
+        m_graph.node(plug.node).slots[slot].isInProgress = true;
     }
     const bool isStuck = ++m_stack.back().attempts > kMaxAttempts;
     m_requests.clear();
@@ -261,11 +266,32 @@ void Evaluator::finish(const Plug& plug, Value value)
     } else if (!m_passedOf.empty()) {
         m_passedOf.erase(key);
     }
-    if (m_currentUsesTime) {
-        m_usesTime.insert(key);
+    Slot& done = m_graph.node(plug.node).slots[slotId];
+    done.isInProgress = false;
+    if (m_currentUsesTime && !done.usesTime) {
+        m_usesTime.push_back(key);
     }
-    m_inProgress.erase(key);
+    done.usesTime = m_currentUsesTime;
     m_stack.pop_back();
+}
+
+const Evaluator::NodeInputs& Evaluator::inputsOf(NodeId node)
+{
+    if (node >= m_inputs.size()) {
+        m_inputs.resize(m_graph.nodeCount());
+    }
+    NodeInputs& inputs = m_inputs[node];
+    const std::vector<Slot>& slots = m_graph.node(node).slots;
+    const std::uint32_t round = m_graph.connectionRound() + 1;
+    if (inputs.round == round && inputs.slotCount == slots.size()) {
+        return inputs;
+    }
+    inputs = {round, slots.size()};
+    for (const Slot& slot : slots) {
+        inputs.present |= bitOf(slot.attribute);
+        inputs.connected |= slot.input != kNoConnection ? bitOf(slot.attribute) : 0;
+    }
+    return inputs;
 }
 
 /// The value of a plug as far as it is there; else it is put on the list of requests.
@@ -280,10 +306,10 @@ std::optional<Value> Evaluator::fetch(const Plug& plug)
             if (passed != m_passedOf.end() && m_currentPassed == 0) {
                 m_currentPassed = passed->second;
             }
-            m_currentUsesTime |= !m_usesTime.empty() && m_usesTime.count(key) != 0;
+            m_currentUsesTime |= slot.usesTime;
             return slot.value;
         }
-        if (!m_inProgress.empty() && m_inProgress.count(key) != 0) {
+        if (slot.isInProgress) {
             return plain(plug);
         }
     }
@@ -317,7 +343,6 @@ std::vector<std::int32_t> Evaluator::elementsOf(const Plug& array)
 /// The elements of a multi at which something is connected to them or to a part of them.
 std::vector<std::int32_t> Evaluator::connectedElementsOf(const Plug& array) const
 {
-    constexpr std::uint32_t kNoConnection = 0xffffffff;
     std::vector<std::int32_t> indices;
     const std::vector<Slot>& slots = m_graph.node(array.node).slots;
     for (const Slot& slot : slots) {
@@ -548,8 +573,11 @@ void Evaluator::setTime(std::int64_t ticks)
     m_time = ticks;
     for (const std::uint64_t key : m_usesTime) {
         Slot& slot = m_graph.node(static_cast<NodeId>(key >> 32)).slots[key & 0xffffffffU];
-        slot.isClean = false;
-        slot.value = Value();
+        if (slot.usesTime) {
+            slot.usesTime = false;
+            slot.isClean = false;
+            slot.value = Value();
+        }
     }
     m_usesTime.clear();
 }

@@ -8,7 +8,6 @@
 
 #include <optional>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace host::eval {
@@ -51,6 +50,13 @@ public:
 
 private:
     class Context;
+    /// Which attributes of a node are connected, and which have slots at all.
+    struct NodeInputs {
+        std::uint32_t round = 0; ///< of the graph's connections, plus 1
+        std::size_t slotCount = 0;
+        std::uint64_t connected = 0; ///< bits of attributes, see bitOf
+        std::uint64_t present = 0;
+    };
     struct Frame {
         graph::Plug plug;
         std::uint32_t attempts = 0;
@@ -60,6 +66,7 @@ private:
         std::uint32_t next = 0; ///< position + 1 in m_passed; 0 ends the list
     };
 
+    const NodeInputs& inputsOf(graph::NodeId node);
     std::optional<Value> fetch(const graph::Plug& plug);
     Value attempt(const graph::Plug& plug);
     Value fromSource(const graph::Plug& plug, const graph::Plug& source);
@@ -88,14 +95,14 @@ private:
     AttributeIndex m_clockUnwarped = kNoAttribute;
 
     std::vector<Frame> m_stack;
-    std::vector<graph::Plug> m_requests;            ///< of the attempt that runs
-    std::unordered_set<std::uint64_t> m_inProgress; ///< node and slot
-    std::uint32_t m_currentPassed = 0;              ///< of the attempt that runs
+    std::vector<graph::Plug> m_requests; ///< of the attempt that runs
+    std::uint32_t m_currentPassed = 0;   ///< of the attempt that runs
     bool m_currentUsesTime = false;
 
     std::vector<Passed> m_passed;
     std::unordered_map<std::uint64_t, std::uint32_t> m_passedOf; ///< node and slot -> list
-    std::unordered_set<std::uint64_t> m_usesTime;                ///< node and slot
+    std::vector<std::uint64_t> m_usesTime; ///< node and slot of what goes with the time
+    std::vector<NodeInputs> m_inputs;      ///< per node
     std::unordered_map<std::uint64_t, Value>
         m_stored; ///< values under computed ones; node and slot
     std::unordered_map<graph::NodeId, std::shared_ptr<const void>>

@@ -39,8 +39,11 @@ struct Plug {
 /// What a node keeps of a plug. Only plugs that were set, connected or computed have one.
 struct Slot {
     AttributeIndex attribute = kNoAttribute;
-    bool isClean = false; ///< `value` is a computed one and still holds
-    bool isUsed = false;  ///< it, or a plug inside it, was ever set, connected or computed
+    bool isClean : 1 = false; ///< `value` is a computed one and still holds
+    bool isUsed : 1 = false;  ///< it, or a plug inside it, was ever set, connected or computed
+    // The evaluator's own marks:
+    bool isInProgress : 1 = false; ///< is being evaluated
+    bool usesTime : 1 = false;     ///< the computed value holds for one time only
     SlotId context = kNoSlot;
     std::int32_t index = -1;
     std::uint32_t input = 0xffffffff; ///< the connection that feeds it, or none
@@ -169,6 +172,8 @@ public:
     Expected<void> connect(const Plug& source, const Plug& destination);
     bool disconnect(const Plug& source, const Plug& destination);
     const std::vector<ConnectionRecord>& connections() const { return m_connections; }
+    /// Another number whenever a connection was made or has gone.
+    std::uint32_t connectionRound() const { return m_connectionRound; }
     /// The source connected to exactly this plug, or a null plug.
     Plug inputOf(const Plug& plug) const;
     /// Destinations of exactly this plug, in order of connection.
@@ -214,6 +219,7 @@ private:
 
     std::vector<Node> m_nodes;
     std::vector<ConnectionRecord> m_connections;
+    std::uint32_t m_connectionRound = 0;
     std::shared_ptr<Index>
         m_index; ///< names, children by name, slots of large nodes, texts of dynamic attributes
 };

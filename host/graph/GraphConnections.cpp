@@ -133,6 +133,7 @@ Expected<void> Graph::connect(const Plug& source, const Plug& destination)
         drop(former);
     }
     const auto id = static_cast<std::uint32_t>(m_connections.size());
+    ++m_connectionRound;
     ConnectionRecord& record = m_connections.emplace_back();
     record.source = source;
     record.destination = destination;
@@ -161,6 +162,7 @@ bool Graph::disconnect(const Plug& source, const Plug& destination)
 /// Takes a connection out of the lists at both ends.
 void Graph::drop(std::uint32_t id)
 {
+    ++m_connectionRound;
     ConnectionRecord& record = m_connections[id];
     record.isAlive = false;
     const Plug& destination = record.destination;
