@@ -94,6 +94,25 @@ SplineRows resampled(const SplineRows& rows, const std::vector<double>& knots, s
     return result;
 }
 
+SplineRows throughGreville(const SplineRows& rows)
+{
+    SplineRows result{rows.degree, rows.form, rows.width, rows.knots, {}};
+    const KnotVector line(rows.knots, rows.degree, SplineForm::Open);
+    const std::vector<double> parameters = grevilleParameters(rows.knots, rows.degree);
+    if (!line.isValid() || parameters.size() != rows.cvCount()) {
+        return result;
+    }
+    BandSystem system(parameters.size(), rows.order());
+    for (std::size_t row = 0; row < parameters.size(); ++row) {
+        setValues(system, row, line, parameters[row]);
+    }
+    std::vector<HomogeneousPoint> sides = rows.points;
+    if (system.solve(sides, rows.width)) {
+        result.points = std::move(sides);
+    }
+    return result;
+}
+
 SplineRows elevated(const SplineRows& rows, std::int32_t degree)
 {
     if (rows.points.empty() || degree <= rows.degree || degree > kMaxSplineDegree) {

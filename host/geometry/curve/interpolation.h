@@ -19,6 +19,10 @@ std::vector<double> uniformKnots(std::int32_t degree, std::size_t spans, double 
 /// the equations have no solution.
 SplineRows resampled(const SplineRows& rows, const std::vector<double>& knots, std::int32_t degree);
 
+/// The spline on the rows' knots that goes through the rows' points at the Greville parameters. No
+/// points when the equations have no solution.
+SplineRows throughGreville(const SplineRows& rows);
+
 /// The same spline with a higher degree; clamped.
 SplineRows elevated(const SplineRows& rows, std::int32_t degree);
 

@@ -3,7 +3,9 @@ list(APPEND SOURCES
     curve/CurveEvaluator.cpp
     curve/KnotVector.cpp
     curve/SplineRows.cpp
+    curve/arcLength.cpp
     curve/arcs.cpp
     curve/interpolation.cpp
     curve/knotAlgebra.cpp
+    curve/rebuild.cpp
 )

@@ -2,6 +2,8 @@ list(APPEND SOURCES
     nurbs/SurfaceEvaluator.cpp
     nurbs/primitives.cpp
     nurbs/productSurface.cpp
+    nurbs/skin.cpp
+    nurbs/surfaceAlgebra.cpp
     nurbs/surfaceRows.cpp
     nurbs/transformSpline.cpp
 )
