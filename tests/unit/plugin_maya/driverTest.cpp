@@ -96,8 +96,9 @@ TEST_F(Driver, TakesTheLastShapeOutOfACamerasName)
     };
     const std::string text =
         exported(camera("heroShape1") + camera("Shape") + camera("aShape") + camera("abShape") +
-                 camera("ShapeShape") + camera("topShape2") + camera("topViewShape"));
-    for (const char* name : {"hero1", "Shape", "aShape", "ab", "top2", "topView"}) {
+                 camera("ShapeShape") + camera("topShape2") + camera("topViewShape") +
+                 camera("leftShape") + camera("backShape"));
+    for (const char* name : {"hero1", "Shape", "aShape", "ab", "top2", "topView", "left", "back"}) {
         EXPECT_TRUE(has(text, "\ncamera \"" + std::string(name) + "\" {\n")) << name;
     }
     // ShapeShape loses its last Shape, at index 5

@@ -85,6 +85,67 @@ TEST_F(Meshes, ExtractsOnceForAllInstances)
     EXPECT_TRUE(logs("INFO:  Loaded 1 meshes\n"));
     EXPECT_TRUE(logs("DEBUG3:  Create map entry for:|b|quad\n"));
     EXPECT_TRUE(logs("DEBUG2:  Get mesh for |a|quad\n"));
+    EXPECT_TRUE(logs("DEBUG3:  extract geometry for |a|quad\n"));
+    for (const char* step : {"extracting mesh", "create dagnode", "get all paths"}) {
+        EXPECT_TRUE(logs("DEBUG4:  TRACE CHECK: " + std::string(step) + "\n")) << step;
+    }
+}
+
+TEST_F(Meshes, AHiddenFirstPathHidesAllInstances)
+{
+    std::string scene = "createNode transform -n \"a\";\nsetAttr \".v\" no;\n"
+                        "createNode transform -n \"b\";\n" +
+                        quadMesh("quad", "a") + "parent -s -nc -r -add \"|a|quad\" \"b\" ;\n";
+    assign(scene, "|a|quad");
+    assign(scene, "|b|quad");
+    open(scene);
+    MeshManager manager;
+    AlwaysDirty checker;
+    manager.extractAll(checker);
+    MDagPathArray paths;
+    MObject node = pathTo("quad").node();
+    MDagPath::getAllPathsTo(node, paths);
+    ASSERT_EQ(paths.length(), 2u);
+    EXPECT_TRUE(paths[1].isVisible());
+    EXPECT_TRUE(manager.getMesh(paths[1]).empty());
+    EXPECT_TRUE(logs("INFO:  Loaded 0 meshes\n"));
+}
+
+TEST_F(Meshes, FollowTheOrderOfNodesNotOfTheDag)
+{
+    // b's shape is made first, yet a stands before b in the DAG
+    std::string scene = "createNode transform -n \"a\";\ncreateNode transform -n \"b\";\n" +
+                        quadMesh("second", "b") + quadMesh("first", "a");
+    assign(scene, "first");
+    assign(scene, "second");
+    open(scene);
+    WrittenScene written;
+    MeshManager manager;
+    manager.setObjectLayer(&written.layer());
+    AlwaysDirty checker;
+    manager.extractAll(checker);
+    const std::string text = written.text();
+    const std::size_t second = text.find("#define object \"second\" {\nid 1\n");
+    ASSERT_NE(second, std::string::npos) << text;
+    EXPECT_GT(text.find("#define object \"first\" {\nid 2\n"), second);
+}
+
+TEST_F(Meshes, IntermediateOnesAreDroppedWithoutProgress)
+{
+    std::string scene = "createNode transform -n \"a\";\n" + quadMesh("before", "a") +
+                        "setAttr \".io\" yes;\n" + quadMesh("quad", "a");
+    assign(scene, "quad");
+    open(scene);
+    WrittenScene written;
+    ProgressCounter progress{&written.layer(), 2, 0, -1.0F};
+    MeshManager manager;
+    manager.setProgress(&progress);
+    CountingChecker checker(true);
+    manager.extractAll(checker);
+    EXPECT_EQ(checker.asked, 2);
+    EXPECT_EQ(progress.done, 1);
+    EXPECT_TRUE(manager.getMesh(pathTo("before")).empty());
+    EXPECT_EQ(written.text(), "progress \"quad\" 0.500\n\n");
 }
 
 TEST_F(Meshes, SplitsByShadingSetAndNamesAllPartsAlike)

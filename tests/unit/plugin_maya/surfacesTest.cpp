@@ -183,6 +183,18 @@ TEST_F(Surfaces, OfWeightedTrimsHaveWeightedPoints)
               (Numbers{2, 1, 2}));
 }
 
+TEST_F(Surfaces, AHoleStaysAHoleWhenTheBoundaryBeforeItHasNoEdges)
+{
+    std::string scene = patch();
+    scene += "setAttr \".tf[0]\" -type \"nurbsTrimface\" no 2 0 0 1 2 0 0 " +
+             edge("0.25 0.25", "0.5 0.75") + edge("0.5 0.75", "0.25 0.25") + ";\n";
+    const auto trims = converted(scene)->getTrims();
+    ASSERT_NE(trims, nullptr);
+    EXPECT_EQ(trims->trimEdgeCounts(), (Integers{2}));
+    EXPECT_EQ(trims->trimInsideFlags(), (Integers{0}));
+    EXPECT_TRUE(logs("DEBUG4:  here is   0 edges\n"));
+}
+
 TEST_F(Surfaces, EdgesThatAreNoCurvesAddNothing)
 {
     open(patch());
