@@ -1,5 +1,6 @@
 #include "host/session/PlaybackRange.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -20,6 +21,7 @@ constexpr std::array<FlagRow, 4> kFlags{{
     {"-min", "-minTime", &PlaybackRange::minimum},
 }};
 
+/// The next word: numbers and flags stand between blanks and quotes.
 std::string_view takeWord(std::string_view& text)
 {
     constexpr std::string_view kBlank = " \t\r\n\"";
@@ -36,32 +38,49 @@ std::string_view takeWord(std::string_view& text)
 
 std::optional<double> parseFrame(std::string_view word)
 {
+    if (word.starts_with('+')) {
+        word.remove_prefix(1);
+    }
     double frame = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), frame);
     const bool isWhole = error == std::errc() && end == word.data() + word.size();
     return isWhole && std::isfinite(frame) ? std::optional(frame) : std::nullopt;
 }
 
-} // namespace
-
-PlaybackRange parsePlaybackOptions(std::string_view script)
+/// One statement's flags. A flag whose number is missing or no number changes nothing.
+void readFlags(std::string_view statement, PlaybackRange& range)
 {
-    constexpr std::string_view kCommand = "playbackOptions";
-    PlaybackRange range;
-    const std::size_t begin = script.find(kCommand);
-    if (begin == std::string_view::npos) {
-        return range;
-    }
-    std::string_view rest = script.substr(begin + kCommand.size());
-    rest = rest.substr(0, rest.find(';'));
-    for (std::string_view word = takeWord(rest); !word.empty(); word = takeWord(rest)) {
-        for (const FlagRow& row : kFlags) {
-            if (word == row.shortName || word == row.longName) {
-                range.*row.value = parseFrame(takeWord(rest));
-            }
+    std::string_view word = takeWord(statement);
+    while (!word.empty()) {
+        const auto row = std::find_if(kFlags.begin(), kFlags.end(), [&](const FlagRow& flag) {
+            return word == flag.shortName || word == flag.longName;
+        });
+        word = takeWord(statement);
+        if (row == kFlags.end()) {
+            continue;
+        }
+        if (const std::optional<double> frame = parseFrame(word)) {
+            range.*(row->value) = frame;
+            word = takeWord(statement);
         }
     }
-    return range;
+}
+
+} // namespace
+
+PlaybackRange parsePlaybackOptions(std::string_view script, PlaybackRange before)
+{
+    constexpr std::string_view kCommand = "playbackOptions";
+    while (!script.empty()) {
+        const std::size_t end = std::min(script.find(';'), script.size());
+        const std::string_view statement = script.substr(0, end);
+        script.remove_prefix(std::min(end + 1, script.size()));
+        const std::size_t begin = statement.find(kCommand);
+        if (begin != std::string_view::npos) {
+            readFlags(statement.substr(begin + kCommand.size()), before);
+        }
+    }
+    return before;
 }
 
 } // namespace host::session

@@ -15,7 +15,8 @@ struct PlaybackRange {
 };
 
 /// Reads "playbackOptions -min 1 -max 120 -ast 1 -aet 200" as data: flags in any order, short or
-/// long, of the first playbackOptions statement. Nothing is executed.
-PlaybackRange parsePlaybackOptions(std::string_view script);
+/// long; of several the last one with a number holds. What the statements do not say stays as it is
+/// in `before`. Nothing is executed.
+PlaybackRange parsePlaybackOptions(std::string_view script, PlaybackRange before = {});
 
 } // namespace host::session

@@ -2,6 +2,7 @@
 #include "host/session/Session.h"
 
 #include "host/file/ascii/readAscii.h"
+#include "host/math/units.h"
 #include "host/nodes/allNodeTypes.h"
 #include "host/session/SessionState.h"
 #include "host/session/defaultScene.h"
@@ -55,17 +56,35 @@ std::int64_t ticksOf(double frame, const WorkingUnits& units)
 {
     constexpr double kMost = 9e18;
     const double ticks = frame * static_cast<double>(units.ticksPerFrame);
+    if (std::isnan(ticks)) {
+        return 0;
+    }
     return std::llround(std::min(std::max(ticks, -kMost), kMost));
 }
 
+/// What the scene's configuration scripts say in the order of the file: those of scriptType 6, and
+/// the one of the name that Maya gives it.
 PlaybackRange readPlaybackRange(const Graph& graph)
 {
-    const NodeId script = graph.findNode("sceneConfigurationScriptNode");
-    if (script == kNoNode || graph.node(script).type.name() != "script") {
-        return {};
+    constexpr double kSceneConfiguration = 6;
+    PlaybackRange range;
+    const NodeType scriptType = NodeType::find("script");
+    for (NodeId node = 0; node < graph.nodeCount(); ++node) {
+        const graph::Node& script = graph.node(node);
+        if (!script.isAlive || script.type != scriptType) {
+            continue;
+        }
+        const bool isConfiguration =
+            script.name == "sceneConfigurationScriptNode" ||
+            storedValue(graph, node, "scriptType").number() == kSceneConfiguration;
+        if (!isConfiguration) {
+            continue;
+        }
+        if (const auto text = storedValue(graph, node, "before").data<std::string>()) {
+            range = parsePlaybackOptions(*text, range);
+        }
     }
-    const auto text = storedValue(graph, script, "before").data<std::string>();
-    return text != nullptr ? parsePlaybackOptions(*text) : PlaybackRange{};
+    return range;
 }
 
 } // namespace
@@ -117,7 +136,8 @@ void Session::finishScene(std::unique_ptr<Evaluation> evaluation)
     m_isZUp = false; // scene files do not tell the up axis; without a user it is Y
     const PlaybackRange range = readPlaybackRange(*m_graph);
     m_playbackStart = ticksOf(range.minimum.value_or(kDefaultRangeStart), m_units);
-    m_playbackEnd = ticksOf(range.maximum.value_or(kDefaultRangeEnd), m_units);
+    m_playbackEnd =
+        std::max(m_playbackStart, ticksOf(range.maximum.value_or(kDefaultRangeEnd), m_units));
     const NodeId clock = m_graph->findNode("time1");
     const Value time = storedValue(*m_graph, clock, "outTime");
     m_time = time.isNumber()
@@ -126,6 +146,17 @@ void Session::finishScene(std::unique_ptr<Evaluation> evaluation)
     m_evaluation->evaluator.setClock(clock);
     m_evaluation->evaluator.setTime(m_time);
     joinRotationCurves(*m_graph, m_evaluation->evaluator);
+}
+
+Expected<void> Session::setTimeUnit(std::string_view name)
+{
+    const std::optional<double> ticks = findTimeUnit(name);
+    if (!ticks) {
+        return Error{ErrorCode::InvalidParameter, "no unit of time", std::string(name)};
+    }
+    m_units.time = name;
+    m_units.ticksPerFrame = std::max<std::int64_t>(1, std::llround(*ticks));
+    return {};
 }
 
 Expected<void> Session::open(std::string_view utf8Path)

@@ -76,6 +76,9 @@ public:
     void setCurrentTime(std::int64_t ticks); ///< makes what depends on time dirty
     std::int64_t playbackStart() const { return m_playbackStart; }
     std::int64_t playbackEnd() const { return m_playbackEnd; }
+    /// Makes another unit of time the working one ("film", "90fps"); no moment changes by it. Fails
+    /// (InvalidParameter) for an unknown word.
+    Expected<void> setTimeUnit(std::string_view name);
     /// True when a plug of the node (of an ancestor on the path too, with `checkParents`) is fed by
     /// an animation curve, directly or through conversion, blend, mute or character nodes.
     bool isAnimated(NodeId node) const;

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <unordered_set>
 
 namespace host::session {
 namespace {
@@ -47,7 +49,10 @@ bool Session::isFedByCurve(NodeId node) const
 {
     std::vector<Plug> sources;
     addSources(*m_graph, node, sources);
-    std::vector<NodeId> met;
+    std::unordered_set<std::uint64_t> met; // carriers, and channels of characters
+    const auto isNew = [&](NodeId id, graph::SlotId slot) {
+        return met.insert(std::uint64_t{id} << 32 | slot).second;
+    };
     while (!sources.empty()) {
         const Plug source = sources.back();
         sources.pop_back();
@@ -57,13 +62,11 @@ bool Session::isFedByCurve(NodeId node) const
         }
         if (type == "character") {
             // It holds the channels of many objects: only this one's counts.
-            if (const Plug above = m_graph->inputOf(source)) {
+            const Plug above = m_graph->inputOf(source);
+            if (above && isNew(source.node, m_graph->findSlot(source))) {
                 sources.push_back(above);
             }
-            continue;
-        }
-        if (isCarrier(type) && std::find(met.begin(), met.end(), source.node) == met.end()) {
-            met.push_back(source.node);
+        } else if (isCarrier(type) && isNew(source.node, graph::kNoSlot)) {
             addSources(*m_graph, source.node, sources);
         }
     }

@@ -78,6 +78,16 @@ MTime::Unit MTime::uiUnit()
     return session != nullptr ? host::api::timeUnitOfName(session->units().time) : kFilm;
 }
 
+MStatus MTime::setUIUnit(Unit unit)
+{
+    host::session::Session* session = currentSession();
+    const std::string_view name = host::api::nameOfTimeUnit(unit);
+    if (session == nullptr || name.empty()) {
+        return host::api::toStatus(host::ErrorCode::InvalidParameter);
+    }
+    return host::api::toStatus(session->setTimeUnit(name));
+}
+
 MTime::MTick MTime::ticksPerSecond()
 {
     return host::kTicksPerSecond;

@@ -44,6 +44,12 @@ double ticksPerUnit(MTime::Unit unit)
     return number < ticks.size() ? ticks[number] : 0;
 }
 
+std::string_view nameOfTimeUnit(MTime::Unit unit)
+{
+    const auto number = static_cast<std::size_t>(unit);
+    return number < kNames.size() ? kNames[number] : std::string_view();
+}
+
 MTime::Unit timeUnitOfName(std::string_view name)
 {
     const auto found = std::find(kNames.begin() + 1, kNames.end(), name);

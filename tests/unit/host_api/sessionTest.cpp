@@ -271,6 +271,38 @@ TEST(MAnimControl, GivesThePlaybackRangeAndNotTheAnimationRange)
     EXPECT_EQ(MAnimControl::maxTime().value(), 60);
 }
 
+TEST(MTime, MakesAnotherUnitTheWorkingOne)
+{
+    EXPECT_FALSE(MTime::setUIUnit(MTime::kPALFrame)); // no scene is open
+    const OpenedScene scene(
+        "createNode script -n \"sceneConfigurationScriptNode\";\n"
+        "\tsetAttr \".b\" -type \"string\" \"playbackOptions -min 12 -max 24\";\n"
+        "\tsetAttr \".st\" 6;\n");
+    EXPECT_EQ(MTime::uiUnit(), MTime::kFilm);
+    EXPECT_TRUE(MTime::setUIUnit(MTime::kPALFrame));
+    EXPECT_EQ(MTime::uiUnit(), MTime::kPALFrame);
+    EXPECT_EQ(MAnimControl::maxTime().unit(), MTime::kPALFrame);
+    EXPECT_EQ(MAnimControl::maxTime().value(), 25); // one second still
+    EXPECT_EQ(MAnimControl::minTime().value(), 12.5);
+    EXPECT_TRUE(MTime::setUIUnit(MTime::k23_976FPS));
+    EXPECT_EQ(MTime(24000, MTime::uiUnit()).as(MTime::kSeconds), 1001);
+    EXPECT_FALSE(MTime::setUIUnit(MTime::kInvalid));
+    EXPECT_FALSE(MTime::setUIUnit(MTime::kLast));
+    EXPECT_EQ(MTime::uiUnit(), MTime::k23_976FPS);
+}
+
+TEST(MAnimControl, NeverGivesARangeThatEndsBeforeItBegins)
+{
+    const OpenedScene scene(
+        "createNode script -n \"sceneConfigurationScriptNode\";\n"
+        "\tsetAttr \".b\" -type \"string\" \"playbackOptions -min 50 -max 20\";\n"
+        "\tsetAttr \".st\" 6;\n"
+        "createNode script -n \"other\";\n"
+        "\tsetAttr \".b\" -type \"string\" \"playbackOptions -min 1\";\n");
+    EXPECT_EQ(MAnimControl::minTime().value(), 50);
+    EXPECT_EQ(MAnimControl::maxTime().value(), 50);
+}
+
 TEST(MAnimControl, GivesOneToOneHundredAndTwentyWithoutARange)
 {
     const OpenedScene scene("createNode transform -n \"t\";\n");

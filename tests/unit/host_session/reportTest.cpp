@@ -53,11 +53,23 @@ TEST(PlaybackOptions, AreReadInAnyOrderAndSpelling)
 {
     const auto range = parsePlaybackOptions(
         "print \"x\"; playbackOptions -maxTime 50.5 -ast -3 -minTime 2 -animationEndTime 99 "
-        "-playbackSpeed 0; playbackOptions -min 7;");
-    EXPECT_EQ(range.minimum, 2);
+        "-playbackSpeed 0;\nplaybackOptions -min 7\n -min;");
+    EXPECT_EQ(range.minimum, 7);
     EXPECT_EQ(range.maximum, 50.5);
     EXPECT_EQ(range.animationStart, -3);
     EXPECT_EQ(range.animationEnd, 99);
+}
+
+TEST(PlaybackOptions, ThatAreNoNumbersChangeNothing)
+{
+    const auto range =
+        parsePlaybackOptions("playbackOptions -min 3 -min nan -max -ast 4 -max 1e999 "
+                             "-aet +9;playbackOptions -min -min -5",
+                             before);
+    EXPECT_EQ(range.minimum, -5);
+    EXPECT_EQ(range.maximum, 70);
+    EXPECT_EQ(range.animationStart, 4);
+    EXPECT_EQ(range.animationEnd, 9);
 }
 
 TEST(PlaybackOptions, AreNoneWhereTheTextSaysNothing)

@@ -86,6 +86,8 @@ public:
 
     /// The open scene's working unit; film before a scene is open.
     static Unit uiUnit();
+    /// Makes another unit the open scene's; fails for what is no unit and without a scene.
+    static MStatus setUIUnit(Unit unit);
     static MTick ticksPerSecond();
 
     /// Numbers count in this time's own unit; results keep the left one's.
