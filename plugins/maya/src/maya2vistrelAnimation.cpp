@@ -18,8 +18,8 @@ namespace {
 
 /// Bounds on what a playback range may ask for: a scene may claim any. Hours of one node, or some
 /// minutes of thousands.
-constexpr std::size_t kMaxKeysOfTrack = 500'000;
-constexpr std::size_t kMaxKeysOfScene = 10'000'000;
+constexpr std::size_t kMaxKeysOfTrack = 200'000;
+constexpr std::size_t kMaxKeysOfScene = 4'000'000;
 
 /// The pose of a path at the scene's time; fails with a record of its own.
 bool readPose(const MDagPath& path, bool useWorldMatrix, orv::Matrix4& pose)
