@@ -6,6 +6,7 @@
 #include "host/session/unknownNodes.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -14,6 +15,15 @@ namespace host::session {
 using graph::kNoNode;
 using graph::kWorld;
 using graph::NodeId;
+
+namespace {
+
+/// Types of which each file holds the nodes that a new scene has, too.
+constexpr std::array<std::string_view, 7> kWrittenByEveryFile{
+    "displayLayer", "displayLayerManager", "lightLinker",       "poseInterpolatorManager",
+    "renderLayer",  "renderLayerManager",  "shapeEditorManager"};
+
+} // namespace
 
 SceneBuilder::SceneBuilder(graph::Graph& graph, Diagnostics& diagnostics, bool isDefault)
     : m_graph(graph), m_diagnostics(diagnostics), m_isDefault(isDefault)
@@ -98,11 +108,25 @@ NodeId SceneBuilder::replaceUnknown(NodeId node)
     return transform;
 }
 
+/// The node of a new scene that a file's own takes the place of: files write these anew, under the
+/// same names, without calling them shared.
+NodeId SceneBuilder::claimDefault(const file::CreateNode& command, NodeType type)
+{
+    const bool isWritten = std::find(kWrittenByEveryFile.begin(), kWrittenByEveryFile.end(),
+                                     command.type) != kWrittenByEveryFile.end();
+    const NodeId found = isWritten && !m_isDefault ? m_graph.findNode(command.name) : kNoNode;
+    if (found == kNoNode || !m_graph.node(found).isDefault || !(m_graph.node(found).type == type)) {
+        return kNoNode;
+    }
+    m_graph.node(found).isDefault = false; // a second one of that name is another node
+    return found;
+}
+
 /// The node that a shared createNode means: of that name and type, below that parent.
-NodeId SceneBuilder::findShared(const file::CreateNode& command, NodeType type, NodeId parent) const
+NodeId SceneBuilder::findShared(const file::CreateNode& command, NodeType type, NodeId parent)
 {
     if (!command.isShared || command.name.empty()) {
-        return kNoNode;
+        return claimDefault(command, type);
     }
     NodeId found = kNoNode;
     if (type.isDag() && !command.parent.empty()) {

@@ -62,8 +62,8 @@ private:
     // --- nodes
     graph::NodeId findParent(const file::CreateNode& command);
     graph::NodeId replaceUnknown(graph::NodeId node);
-    graph::NodeId findShared(const file::CreateNode& command, NodeType type,
-                             graph::NodeId parent) const;
+    graph::NodeId claimDefault(const file::CreateNode& command, NodeType type);
+    graph::NodeId findShared(const file::CreateNode& command, NodeType type, graph::NodeId parent);
     NodeType typeFor(const file::CreateNode& command, bool& isUnknown);
     FoundNode findInstance(std::string_view nameOrPath) const;
     std::int32_t instanceOf(const std::vector<graph::NodeId>& chain) const;

@@ -85,6 +85,25 @@ TEST_F(NewScene, KeepsItsNodesApartFromUnsharedOnesOfTheSameName)
     EXPECT_EQ(number("lambert2", "diffuse"), 0.25); // the next free number
 }
 
+TEST_F(NewScene, GivesUpItsLayerToTheFirstOneThatAFileWrites)
+{
+    // Every file writes its default layer without calling it shared.
+    open(R"(createNode displayLayerManager -n "layerManager"; setAttr ".cdl" 1;
+        createNode displayLayer -n "defaultLayer"; setAttr ".do" 7;
+        createNode displayLayer -n "more";
+        createNode displayLayer -n "defaultLayer";)");
+    std::vector<std::string> layers;
+    for (host::graph::NodeId node = 0; node < session.graph().nodeCount(); ++node) {
+        if (session.graph().node(node).type.name() == "displayLayer") {
+            layers.push_back(session.graph().node(node).name);
+        }
+    }
+    EXPECT_EQ(layers, (std::vector<std::string>{"defaultLayer", "more", "defaultLayer1"}));
+    EXPECT_EQ(number("defaultLayer", "displayOrder"), 7);
+    EXPECT_EQ(number("layerManager", "currentDisplayLayer"), 1);
+    EXPECT_EQ(session.graph().findNode("layerManager1"), host::graph::kNoNode);
+}
+
 TEST_F(NewScene, DoesNotShareANodeOfAnotherTypeOrPlace)
 {
     open(R"(createNode transform -n "group";
