@@ -260,4 +260,20 @@ SplineRows closedUp(const SplineRows& rows, double blendBias)
     return result;
 }
 
+SplineRows closedByLine(const SplineRows& rows)
+{
+    if (rows.points.empty() || rows.form == SplineForm::Periodic) {
+        return rows;
+    }
+    const SplineRows ends = clamped(rows);
+    const auto width = static_cast<std::ptrdiff_t>(ends.width);
+    const double span = (ends.end() - ends.start()) / static_cast<double>(spanCount(ends));
+    SplineRows line{1, SplineForm::Open, ends.width, {0, span}, {}};
+    line.points.assign(ends.points.end() - width, ends.points.end());
+    line.points.insert(line.points.end(), ends.points.begin(), ends.points.begin() + width);
+    SplineRows result = attached(ends, line, {});
+    result.form = SplineForm::Closed;
+    return result;
+}
+
 } // namespace host::geometry

@@ -44,6 +44,9 @@ SplineRows attached(const SplineRows& first, const SplineRows& second,
 /// A clamped spline whose ends are moved together half way, closed in form.
 SplineRows closedUp(const SplineRows& rows, double blendBias);
 
+/// A clamped spline with a straight piece from its end to its start, one span of mean length long.
+SplineRows closedByLine(const SplineRows& rows);
+
 /// More spans than this are not made in one rebuilding.
 inline constexpr std::size_t kMaxRebuiltSpans = 1u << 14;
 

@@ -1,5 +1,6 @@
 list(APPEND SOURCES
     nurbs/SurfaceEvaluator.cpp
+    nurbs/planarTrim.cpp
     nurbs/primitives.cpp
     nurbs/productSurface.cpp
     nurbs/skin.cpp

@@ -1,5 +1,5 @@
-// nurbsSurface: what comes in, else what the file stored with its trim regions, with the shape's
-// own control points; in local space or in the world's.
+// nurbsSurface: what comes in, else what the file stored, with the stored trim regions and the
+// shape's own control points; in local space or in the world's.
 #include "host/nodes/nurbs/controlPointTweaks.h"
 #include "host/nodes/nurbs/nurbsTypes.h"
 #include "host/nodes/nurbs/splineInputs.h"
@@ -59,10 +59,13 @@ std::vector<Shared<geometry::TrimRegion>> storedTrims(ComputeContext& context)
 SharedSurface ownSurface(ComputeContext& context)
 {
     SharedSurface surface = surfaceInput(context, 0);
-    std::vector<Shared<geometry::TrimRegion>> trims;
     if (surface == nullptr) {
         surface = surfaceInput(context, 1);
-        trims = storedTrims(context);
+    }
+    // Regions that come in win over stored ones.
+    std::vector<Shared<geometry::TrimRegion>> trims = storedTrims(context);
+    if (surface != nullptr && surface->isTrimmed()) {
+        trims.clear();
     }
     const ControlPointTweaks tweaks = readTweaks(context, 2);
     if (surface == nullptr || !context.isComplete() || (tweaks.empty() && trims.empty())) {

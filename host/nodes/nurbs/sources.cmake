@@ -1,10 +1,19 @@
 list(APPEND SOURCES
     nurbs/allNurbsNodes.cpp
     nurbs/controlPointTweaks.cpp
+    nurbs/curveHistory.cpp
+    nurbs/curveMakers.cpp
+    nurbs/curveQueries.cpp
+    nurbs/knotInputs.cpp
     nurbs/makeFlatPrimitives.cpp
     nurbs/makeNurbCircle.cpp
     nurbs/makeRoundPrimitives.cpp
+    nurbs/motionPath.cpp
     nurbs/nurbsCurve.cpp
     nurbs/nurbsSurface.cpp
+    nurbs/surfaceHistory.cpp
+    nurbs/surfaceMakers.cpp
+    nurbs/surfaceQueries.cpp
     nurbs/transformGeometry.cpp
+    nurbs/trims.cpp
 )
