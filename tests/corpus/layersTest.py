@@ -20,7 +20,7 @@ from importer import Importer
 
 CREATED = re.compile(r'^createNode displayLayer (?:-s )?-n "([^"]*)"', re.M)
 MEMBER = re.compile(r'^connectAttr "([^"]*)\.di" "([^"]*)\.do"', re.M)
-CLOSE = 1e-5
+CLOSE = 1e-5  # for each matrix on the way, written with six digits
 
 
 def members_of(text):
@@ -60,7 +60,7 @@ def compare_layer(name, members, group, whole, wrong):
         return
     for copy, paths in zip(found, expected):
         own = copy.transform or obx.IDENTITY
-        if all(max(abs(a - b) for a, b in zip(own, whole[path])) > CLOSE * max(1, *map(abs, own)) for path in paths):
+        if all(max(abs(a - b) for a, b in zip(own, whole[path])) > CLOSE * len(path) * max(1, *map(abs, own)) for path in paths):
             wrong.append('layer %s: the copy of %s stands elsewhere' % (name, copy.name))
 
 

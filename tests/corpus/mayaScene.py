@@ -9,6 +9,8 @@ FACES = re.compile(rb'setAttr (?:-\S+ \S+ )*"\.(?:fc|face)\[')
 FED = re.compile(rb'connectAttr (?:-\S+ )*"[^"]*" (?:-\S+ )*"([^"]*)\.(?:i|inMesh)"')
 HIDDEN = re.compile(rb'setAttr (?:-\S+ \S+ )*"\.(?:v|visibility|io|intermediateObject)" (no|yes|off|on|0|1)')
 
+CURRENT = re.compile(rb'^select -ne :time1;\n(?:\tsetAttr [^;]*;\n)*?\tsetAttr (?:-\S+ \S+ )*"\.(?:o|outTime)" ([-+0-9.e]+)', re.M)
+
 
 class Mesh:
     """A mesh shape: its name, the path of its parent as written, and whether its faces are stored and used as they are."""
@@ -40,6 +42,14 @@ def meshes(path):
         mesh.is_fed = mesh.name in fed or any(name.endswith('|' + mesh.name) and name.split('|')[-2] == mesh.parent.split('|')[-1]
                                               for name in fed if '|' in name)
     return found
+
+
+def current_frame(path):
+    """The whole frame at which a text scene was saved; 1 where it does not say, none where it is no whole one or -1."""
+    with open(path, 'rb') as file:
+        found = CURRENT.search(file.read())
+    frame = float(found.group(1)) if found else 1.0
+    return int(frame) if frame.is_integer() and frame != -1 else None
 
 
 def text(match):

@@ -44,7 +44,7 @@ class WithSettings:
 
 class Job:
     def __init__(self, options, record, row):
-        self.run, self.checker = WithSettings(options.run, settings_of(row)), options.checker
+        self.run, self.checker, self.as_saved = WithSettings(options.run, settings_of(row)), options.checker, False
         self.record, self.row = record, row
 
 
