@@ -62,6 +62,8 @@ TEST(PlaybackOptions, AreReadInAnyOrderAndSpelling)
 
 TEST(PlaybackOptions, ThatAreNoNumbersChangeNothing)
 {
+    host::session::PlaybackRange before;
+    before.maximum = 70;
     const auto range =
         parsePlaybackOptions("playbackOptions -min 3 -min nan -max -ast 4 -max 1e999 "
                              "-aet +9;playbackOptions -min -min -5",
