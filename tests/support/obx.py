@@ -339,7 +339,7 @@ class Reader:
         written = match.group()
         elements = []
         if written:
-            if not written.endswith(b' '):
+            if not written.rstrip(b'\n').endswith(b' '):
                 self.fail('a blank after the last element')
             elements = [token.strip(b'\n') for token in written.strip(b'\n ').split(b',')]
         values = []
@@ -503,6 +503,8 @@ def check_surface(geometry, tell):
     orders = [geometry.get(name) for name in ('uorder', 'vorder')]
     counts = [len(geometry.get(name)) - order for name, order in zip(('uknot', 'vknot'), orders)]
     points = geometry.get('Pw')
+    if not len(points) and orders == [1, 1]:
+        return  # a shape without geometry
     if len(points) != 4 * counts[0] * counts[1] or min(counts) < 0:
         tell('%d numbers of points for %d by %d' % (len(points), counts[0], counts[1]))
     for name in ('uknot', 'vknot'):
