@@ -1,6 +1,13 @@
 list(APPEND SOURCES
     tessellation/DelaunayMesh.cpp
+    tessellation/GridLines.cpp
+    tessellation/SurfaceMeshBuilder.cpp
+    tessellation/SurfaceSheet.cpp
+    tessellation/TrimGrid.cpp
     tessellation/insertionOrder.cpp
     tessellation/keptEdges.cpp
+    tessellation/tessellate.cpp
     tessellation/triangulatePlane.cpp
+    tessellation/trimLoops.cpp
+    tessellation/trimTessellation.cpp
 )

@@ -1,3 +1,2 @@
-list(APPEND SOURCES
-    tessellation/triangulatePlaneTest.cpp
-)
+list(APPEND SOURCES tessellation / tessellateTest.cpp tessellation /
+     triangulatePlaneTest.cpp tessellation / trimTest.cpp)

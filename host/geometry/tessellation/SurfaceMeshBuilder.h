@@ -1,0 +1,47 @@
+// Collects the vertices and triangles of a surface.
+#pragma once
+
+#include "host/geometry/mesh/renderMesh.h"
+#include "host/geometry/tessellation/GridLines.h"
+
+namespace host::geometry {
+
+class SurfaceMeshBuilder {
+public:
+    explicit SurfaceMeshBuilder(const SurfaceSheet& sheet);
+
+    /// Adds the points (u, vs[k]); returns the index of the first.
+    std::uint32_t addRun(double u, std::span<const double> vs);
+    std::uint32_t addPoint(double u, double v) { return addRun(u, std::span(&v, 1)); }
+    /// Counter-clockwise in the parameter plane.
+    void addTriangle(std::uint32_t a, std::uint32_t b, std::uint32_t c)
+    {
+        m_mesh.indices.insert(m_mesh.indices.end(), {a, b, c});
+    }
+    /// The corners (u, v), (u', v), (u, v'), (u', v') of a cell.
+    void addCell(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d,
+                 bool swapsEdges);
+    /// Every point of the lines, and two triangles per cell.
+    void addGrid(const GridLines& lines, bool swapsEdges);
+    std::size_t triangleCount() const { return m_mesh.indices.size() / 3; }
+
+    /// Turns what was added since triangle `firstTriangle` and vertex `firstVertex` over.
+    void flip(std::size_t firstTriangle, std::size_t firstVertex);
+    std::size_t vertexCount() const { return m_mesh.positions.size(); }
+
+    /// The mesh as one face, without triangles that have two corners at one place (those at poles)
+    /// or a corner that is not finite, and without vertices that no triangle uses. A vertex at
+    /// which the surface has no normal takes that of its triangles.
+    RenderMesh finish();
+
+private:
+    void dropDegenerate();
+    void dropUnused();
+    void completeNormals();
+
+    const SurfaceSheet& m_sheet;
+    std::vector<SurfacePoint> m_points;
+    RenderMesh m_mesh;
+};
+
+} // namespace host::geometry
