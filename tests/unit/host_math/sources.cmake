@@ -1,6 +1,7 @@
 set(SOURCES
     Matrix4Test.cpp
     angleTest.cpp
+    quaternionTest.cpp
     rotationTest.cpp
     transformTest.cpp
     unitsTest.cpp

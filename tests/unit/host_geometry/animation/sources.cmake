@@ -1,3 +1,6 @@
 list(APPEND SOURCES
+    animation/AnimationCurveTest.cpp
+    animation/RotationCurvesTest.cpp
     animation/curveTablesTest.cpp
+    animation/tangentsTest.cpp
 )
