@@ -37,6 +37,14 @@ std::vector<std::pair<std::int32_t, NodeId>> folliclesOf(Session& session, NodeI
     return follicles;
 }
 
+/// Whether a follicle has a surface that gives it no place: its curve is then where it was stored.
+bool isAstray(Session& session, NodeId follicle)
+{
+    const bool hasSurface = session.source(session.findPlug(follicle, "inputMesh")) ||
+                            session.source(session.findPlug(follicle, "inputSurface"));
+    return hasSurface && readNumber(session, follicle, "validUv", 1) == 0;
+}
+
 /// The shape's own seed; 0 for one that is no whole number of reasonable size.
 std::uint64_t seedOf(Session& session, NodeId shape)
 {
@@ -77,6 +85,8 @@ SystemStrands strandsOf(Session& session, NodeId shape, NodeId hairSystem)
         result.isApproximated =
             result.isApproximated || wouldMove || readNumber(session, follicle, "braid", 0) != 0;
         guides.push_back(readHairGuide(session, follicle, static_cast<std::uint32_t>(index)));
+        const bool isBare = guides.back().points.size() < 2; // no place and no curve
+        result.isApproximated = result.isApproximated || isBare || isAstray(session, follicle);
     }
     result.strands = geometry::makeStrands(style, guides);
     result.isApproximated = result.isApproximated || result.strands.isRandom;

@@ -60,8 +60,9 @@ constexpr std::array<GuideNumber, 5> kGuideNumbers{{
 
 /// Settings of a hair system that would change its strands, if they are not 0, but are not carried
 /// out.
-constexpr std::array<std::string_view, 5> kUnusedSettings{
-    "clumpInterpolation", "subClumping", "detailNoise", "multiStreaks", "noiseMethod"};
+constexpr std::array<std::string_view, 6> kUnusedSettings{"clumpInterpolation", "subClumping",
+                                                          "detailNoise",        "multiStreaks",
+                                                          "noiseMethod",        "playFromCache"};
 
 Vec3d readVector(Session& session, NodeId node, const std::string& name, std::string_view letters,
                  const Vec3d& fallback)

@@ -72,10 +72,9 @@ void MeshSurface::gather(const MeshData& mesh, const UvSet& set)
                 break;
             }
             const Vec2f uv = (*set.points)[static_cast<std::size_t>(id)];
-            triangle.points[i] = toDouble(points[vertices[corner]]);
-            triangle.normals[i] = toDouble(normals[ids.ofCorner[corner]]);
-            triangle.u[i] = uv.x;
-            triangle.v[i] = uv.y;
+            triangle.points[i] = points[vertices[corner]];
+            triangle.normals[i] = normals[ids.ofCorner[corner]];
+            triangle.uvs[i] = uv;
             isWhole = isWhole && std::isfinite(uv.x) && std::isfinite(uv.y);
         }
         if (isWhole) {
@@ -95,8 +94,11 @@ std::size_t MeshSurface::cellOf(double distance, double extent) const
 
 MeshSurface::CellRange MeshSurface::cellsOf(const Triangle& triangle) const
 {
-    const auto [lowU, highU] = std::minmax({triangle.u[0], triangle.u[1], triangle.u[2]});
-    const auto [lowV, highV] = std::minmax({triangle.v[0], triangle.v[1], triangle.v[2]});
+    const Vec2f* uvs = triangle.uvs;
+    const double lowU = std::min({uvs[0].x, uvs[1].x, uvs[2].x});
+    const double highU = std::max({uvs[0].x, uvs[1].x, uvs[2].x});
+    const double lowV = std::min({uvs[0].y, uvs[1].y, uvs[2].y});
+    const double highV = std::max({uvs[0].y, uvs[1].y, uvs[2].y});
     // The rim counts to the triangle, so that its cells must know of it.
     const double marginU = (highU - lowU) * 2 * kRim;
     const double marginV = (highV - lowV) * 2 * kRim;
@@ -131,14 +133,14 @@ void MeshSurface::measure()
     if (m_triangles.empty()) {
         return;
     }
-    double highU = m_lowU = m_triangles[0].u[0];
-    double highV = m_lowV = m_triangles[0].v[0];
+    double highU = m_lowU = m_triangles[0].uvs[0].x;
+    double highV = m_lowV = m_triangles[0].uvs[0].y;
     for (const Triangle& triangle : m_triangles) {
-        for (std::size_t i = 0; i < 3; ++i) {
-            m_lowU = std::min(m_lowU, triangle.u[i]);
-            highU = std::max(highU, triangle.u[i]);
-            m_lowV = std::min(m_lowV, triangle.v[i]);
-            highV = std::max(highV, triangle.v[i]);
+        for (const Vec2f& uv : triangle.uvs) {
+            m_lowU = std::min<double>(m_lowU, uv.x);
+            highU = std::max<double>(highU, uv.x);
+            m_lowV = std::min<double>(m_lowV, uv.y);
+            highV = std::max<double>(highV, uv.y);
         }
     }
     m_extentU = highU - m_lowU;
@@ -176,8 +178,8 @@ MeshSurface::Hit MeshSurface::find(double u, double v) const
     for (std::uint32_t entry = m_cellStart[cell]; entry < m_cellStart[cell + 1]; ++entry) {
         const Triangle& triangle = m_triangles[m_cellTriangles[entry]];
         const double area = triangle.areaOfUvs();
-        const double fromU = u - triangle.u[0];
-        const double fromV = v - triangle.v[0];
+        const double fromU = u - double{triangle.uvs[0].x};
+        const double fromV = v - double{triangle.uvs[0].y};
         const double second = (fromU * triangle.side(2).v - fromV * triangle.side(2).u) / area;
         const double third = (fromV * triangle.side(1).u - fromU * triangle.side(1).v) / area;
         const double inside = std::min({1 - second - third, second, third});
@@ -205,13 +207,13 @@ std::optional<SurfacePoint> MeshSurface::at(double u, double v) const
     const Triangle& triangle = *hit.triangle;
     SurfacePoint point{};
     for (std::size_t i = 0; i < 3; ++i) {
-        point.position = point.position + triangle.points[i] * hit.shares[i];
-        point.normal = point.normal + triangle.normals[i] * hit.shares[i];
+        point.position = point.position + toDouble(triangle.points[i]) * hit.shares[i];
+        point.normal = point.normal + toDouble(triangle.normals[i]) * hit.shares[i];
     }
     point.normal = normalized(point.normal);
     // The plane through the corners over their texture coordinates, by Cramer's rule.
-    const Vec3d edge1 = triangle.points[1] - triangle.points[0];
-    const Vec3d edge2 = triangle.points[2] - triangle.points[0];
+    const Vec3d edge1 = toDouble(triangle.points[1]) - toDouble(triangle.points[0]);
+    const Vec3d edge2 = toDouble(triangle.points[2]) - toDouble(triangle.points[0]);
     const double scale = 1 / triangle.areaOfUvs();
     point.du = (edge1 * triangle.side(2).v - edge2 * triangle.side(1).v) * scale;
     point.dv = (edge2 * triangle.side(1).u - edge1 * triangle.side(2).u) * scale;

@@ -28,14 +28,18 @@ public:
 
 private:
     struct Triangle {
-        Vec3d points[3];
-        Vec3d normals[3];
-        double u[3], v[3];
+        Vec3f points[3];
+        Vec3f normals[3];
+        Vec2f uvs[3];
         /// From the first corner to another one.
         struct Side {
             double u, v;
         };
-        Side side(std::size_t corner) const { return {u[corner] - u[0], v[corner] - v[0]}; }
+        Side side(std::size_t corner) const
+        {
+            return {double{uvs[corner].x} - double{uvs[0].x},
+                    double{uvs[corner].y} - double{uvs[0].y}};
+        }
         /// Twice the signed area of the texture coordinates.
         double areaOfUvs() const { return side(1).u * side(2).v - side(2).u * side(1).v; }
     };

@@ -182,6 +182,15 @@ TEST_F(Hair, SaysWhenSettingsAreNotCarriedOut)
     open(test::hairScene("setAttr \".cin\" 0.5;"));
     strands();
     EXPECT_EQ(timesNoted(DiagnosticKind::ApproximatedShape, "hairSystem"), 1U);
+    open(test::hairScene() + "setAttr \"wallFollicleShape.brd\" yes;\n");
+    strands();
+    EXPECT_EQ(timesNoted(DiagnosticKind::ApproximatedShape, "hairSystem"), 1U);
+    open(test::hairScene() + "disconnectAttr \"wallShape.l\" \"wallFollicleShape.is\";\n");
+    EXPECT_EQ(strands().size(), 1U); // the other follicle stands nowhere
+    EXPECT_EQ(timesNoted(DiagnosticKind::ApproximatedShape, "hairSystem"), 1U);
+    open(test::hairScene() + "setAttr \"groundFollicleShape.pu\" 2;\n");
+    EXPECT_EQ(strands().size(), 2U); // the ground has no such place
+    EXPECT_EQ(timesNoted(DiagnosticKind::ApproximatedShape, "hairSystem"), 1U);
     open(test::hairScene("setAttr \".hpc\" 1000000000;"));
     EXPECT_LE(strands().size(), 200000U);
     EXPECT_EQ(timesNoted(DiagnosticKind::Limit, "points of strands"), 1U);
