@@ -1,2 +1,5 @@
-list(APPEND SOURCES tessellation / tessellateTest.cpp tessellation /
-     triangulatePlaneTest.cpp tessellation / trimTest.cpp)
+list(APPEND SOURCES
+    tessellation/tessellateTest.cpp
+    tessellation/triangulatePlaneTest.cpp
+    tessellation/trimTest.cpp
+)
