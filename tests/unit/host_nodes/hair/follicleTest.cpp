@@ -169,6 +169,37 @@ TEST(Follicle, TurnsRoundWhenFlipped)
     expectFrame(context, {1, 0, 0}, {0, 0, 1}, {0, -1, 0});
 }
 
+// What is kept of one mesh must not answer for another one, nor one set for another.
+TEST(Follicle, TellsMeshesAndSetsApart)
+{
+    std::vector<Value> grounds;
+    for (int height = 0; height < 7; ++height) {
+        const auto y = static_cast<float>(height);
+        grounds.push_back(square({{-1, y, 1}, {1, y, 1}, {1, y, -1}, {-1, y, -1}}));
+    }
+    ToyContext context(kFollicle);
+    context.set("parameterU", 0.25);
+    context.set("parameterV", 0.75);
+    for (int round = 0; round < 3; ++round) {
+        for (int height = 0; height < 7; ++height) {
+            context.values["inputMesh"] = grounds[static_cast<std::size_t>(height)];
+            expectNear(vectorOf(context, "outTranslate"),
+                       {-0.5, static_cast<double>(height), -0.5});
+        }
+    }
+    MeshData mesh = *groundPlane().data<MeshData>();
+    host::geometry::UvSet turned = mesh.uvSets[0]; // u against x, v along z
+    turned.name = "turned";
+    turned.points = std::make_shared<const std::vector<Vec2f>>(
+        std::vector<Vec2f>{{1, 1}, {0, 1}, {0, 0}, {1, 0}});
+    mesh.uvSets.push_back(turned);
+    context.values["inputMesh"] = Value::of(std::move(mesh));
+    expectNear(vectorOf(context, "outTranslate"), {-0.5, 0, -0.5});
+    context.values["mapSetName"] = Value::of(std::string("turned"));
+    expectNear(vectorOf(context, "outTranslate"), {0.5, 0, 0.5});
+    expectNear(vectorOf(context, "outTangent"), {-1, 0, 0});
+}
+
 TEST(Follicle, HasNoPlaceWithoutASurfaceOrBesideIt)
 {
     ToyContext context(kFollicle);
