@@ -86,6 +86,15 @@ class Layers(SceneFileTest):
             done = sceneFiles.IMPORTER.run(self.path('scene.ma'), self.path('out.obx'), self.folder, split_layers=split)
             self.assertEqual(done.stderr.replace(b'\r', b'').count(b'no layers to day\n'), len(expected) > 0)
 
+    def test_the_layers_that_every_file_saves_are_those_of_the_scene(self):
+        saved = node('displayLayerManager', 'layerManager', None, '".cdl" 1', '-s 2 ".dli[1]"  1') + node('displayLayer', 'defaultLayer')
+        ties = connect('layerManager.dli[0]', 'defaultLayer.id')
+        root = self.split(transform('a'), saved, node('displayLayer', 'L'), ties, connect('layerManager.dli[1]', 'L.id'),
+                          connect('L.di', 'a.do'))
+        self.assertEqual(self.names(root), ['defaultLayer', 'L'])
+        self.split(transform('a'), saved, ties)
+        self.assertIn(NOTHING, self.told)
+
     def test_layers_without_members_split_nothing(self):
         root = self.split(transform('a'), layer('L'))
         self.assertEqual(self.names(root), VIEWS + ['a'])

@@ -41,7 +41,7 @@ GeometryList NurbsManager::extractGeometry(const MDagPath& path)
     const MFnDagNode dagNode(path, &status);
     TRACE_REPORT(status, "create dagnode");
     auto surface = std::make_shared<orv::NurbsSurface>(dagNode.name().asUTF8());
-    const GeometryList result{surface};
+    GeometryList result{surface};
 
     MFnNurbsSurface maya(path, &status);
     TRACE_REPORT(status, "nurbs constructor");

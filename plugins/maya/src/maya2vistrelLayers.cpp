@@ -129,7 +129,7 @@ Maya2Vistrel::locateGroup(const MDagPath& path, const orv::OrvGroup& root, Group
         matrix = multiply(below->getTransform(), matrix);
         current = below.get();
     }
-    const std::shared_ptr<orv::OrvGroup> copy = current->clone();
+    std::shared_ptr<orv::OrvGroup> copy = current->clone();
     copy->setTransform(matrix);
     return copy;
 }

@@ -112,7 +112,7 @@ std::shared_ptr<orv::NurbsCurve> convertTrims(MFnNurbsSurface& maya)
         MTrimBoundaryArray boundaries;
         maya.getTrimBoundaries(boundaries, region, true);
         for (unsigned int i = 0; i < boundaries.length(); ++i) {
-            const MObjectArray edges = boundaries[i];
+            MObjectArray edges = boundaries[i];
             FILE_LOG(DEBUG4) << "here is   " << edges.length() << " edges";
             addTrimLoop(edges, i == 0, *trims);
         }
@@ -120,11 +120,11 @@ std::shared_ptr<orv::NurbsCurve> convertTrims(MFnNurbsSurface& maya)
     return trims;
 }
 
-void addTrimLoop(const MObjectArray& edges, bool isOuter, orv::NurbsCurve& trims)
+void addTrimLoop(MObjectArray& edges, bool isOuter, orv::NurbsCurve& trims)
 {
     std::int32_t count = 0;
     for (unsigned int i = 0; i < edges.length(); ++i) {
-        MObject edge = edges[i];
+        MObject& edge = edges[i];
         if (edge.hasFn(MFn::kNurbsCurve)) {
             MFnNurbsCurve curve(edge);
             addEdge(curve, trims);

@@ -19,4 +19,4 @@ void convertNurbsSurface(MFnNurbsSurface& maya, std::shared_ptr<orv::NurbsSurfac
 std::shared_ptr<orv::NurbsCurve> convertTrims(MFnNurbsSurface& maya);
 
 /// Adds one loop of the curves among a boundary's edges; none when no edge is a curve.
-void addTrimLoop(const MObjectArray& edges, bool isOuter, orv::NurbsCurve& trims);
+void addTrimLoop(MObjectArray& edges, bool isOuter, orv::NurbsCurve& trims);

@@ -203,7 +203,8 @@ TEST_F(Surfaces, EdgesThatAreNoCurvesAddNothing)
     edges.append(pathTo("patch").node());
     orv::NurbsCurve trims;
     addTrimLoop(edges, true, trims);
-    addTrimLoop(MObjectArray(), true, trims);
+    MObjectArray none;
+    addTrimLoop(none, true, trims);
     EXPECT_EQ(trims.memorySize(), 0u);
 }
 
