@@ -1,2 +1,3 @@
 list(APPEND SOURCES
+    arithmetic/arithmeticNodesTest.cpp
 )
