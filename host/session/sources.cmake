@@ -21,5 +21,6 @@ set(SOURCES
     setQueries.cpp
     shapeQueries.cpp
     strokeLines.cpp
+    surfaceTessellation.cpp
     unknownNodes.cpp
 )

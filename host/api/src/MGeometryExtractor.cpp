@@ -25,6 +25,7 @@ namespace MHWRender {
 
 struct MGeometryExtractor::Content {
     std::shared_ptr<const RenderMesh> mesh;
+    bool isSurface = false; ///< the faces of a component mean nothing: always everything
 
     std::size_t faceCount() const { return mesh->faceFirstTriangle.size() - 1; }
     std::size_t firstTriangle(std::size_t face) const { return mesh->faceFirstTriangle[face]; }
@@ -42,7 +43,7 @@ void MGeometryExtractor::Content::eachRun(const MObject& component, Action actio
         action(indices.subspan(3 * first, 3 * (firstTriangle(endFace) - first)));
     };
     const Component* faces = Inside::componentOf(component);
-    if (component.isNull()) {
+    if (component.isNull() || isSurface) {
         give(0, faceCount());
     } else if (faces != nullptr && faces->isComplete) {
         give(0, std::min<std::size_t>(faces->completeCount, faceCount()));
@@ -98,7 +99,8 @@ MGeometryExtractor::MGeometryExtractor(const MGeometryRequirements& requirements
     try {
         const auto mesh = host::api::renderMeshOf(path, uvSetName.asUTF8());
         if (mesh) {
-            m_content = std::make_shared<const Content>(Content{*mesh});
+            m_content =
+                std::make_shared<const Content>(Content{*mesh, path.hasFn(MFn::kNurbsSurface)});
         }
         answer(ReturnStatus, toStatus(mesh));
     } catch (const std::exception&) {

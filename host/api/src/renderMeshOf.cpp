@@ -39,6 +39,15 @@ std::shared_ptr<const RenderMesh> extract(const std::shared_ptr<const MeshData>&
     return result;
 }
 
+Expected<std::shared_ptr<const RenderMesh>> tessellationOf(session::NodeId shape)
+{
+    auto result = session::currentSession()->tessellation(shape);
+    if (result == nullptr || result->indices.empty()) {
+        return Error{ErrorCode::Failure, "a surface without geometry", {}};
+    }
+    return result;
+}
+
 } // namespace
 
 Expected<std::shared_ptr<const RenderMesh>> renderMeshOf(const MDagPath& path,
@@ -48,8 +57,11 @@ Expected<std::shared_ptr<const RenderMesh>> renderMeshOf(const MDagPath& path,
     if (held == nullptr) {
         return Error{ErrorCode::NotFound, "no path of the open scene", {}};
     }
+    if (path.hasFn(MFn::kNurbsSurface)) {
+        return tessellationOf(held->end());
+    }
     if (!path.hasFn(MFn::kMesh)) {
-        return Error{ErrorCode::InvalidParameter, "no mesh shape", {}};
+        return Error{ErrorCode::InvalidParameter, "no mesh or surface shape", {}};
     }
     const std::shared_ptr<const MeshData> mesh = session::currentSession()->mesh(held->end());
     if (mesh == nullptr || mesh->topology->faceCount() == 0) {

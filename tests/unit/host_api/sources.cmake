@@ -18,5 +18,6 @@ set(SOURCES
     nodesTest.cpp
     sessionTest.cpp
     splinesTest.cpp
+    surfacesTest.cpp
     vectorsTest.cpp
 )

@@ -9,5 +9,6 @@ set(SOURCES
     plugTest.cpp
     reportTest.cpp
     setTest.cpp
+    tessellationTest.cpp
     unknownTest.cpp
 )
