@@ -1,9 +1,13 @@
 #include "plugins/maya/src/hairStrand.h"
 #include "scene/BezierCurves.h"
+#include "tests/support/hairScene.h"
 #include "tests/unit/plugin_maya/DriverFixture.h"
 
 #include <maya/MDoubleArray.h>
 #include <maya/MVectorArray.h>
+
+#include <algorithm>
+#include <sstream>
 
 namespace {
 
@@ -18,6 +22,33 @@ MVectorArray pointsOf(unsigned int count)
         points.append(MVector(k, 0, 0));
     }
     return points;
+}
+
+/// The numbers of a list parameter, whatever stands between them.
+std::vector<double> listIn(const std::string& text, const std::string& name)
+{
+    const std::string opening = "\"" + name + "\" [ ";
+    const std::size_t begin = text.find(opening);
+    std::vector<double> numbers;
+    if (begin == std::string::npos) {
+        return numbers;
+    }
+    std::string inside = text.substr(begin + opening.size());
+    inside.erase(inside.find(']'));
+    std::replace(inside.begin(), inside.end(), ',', ' ');
+    std::istringstream stream(inside);
+    for (double number = 0; stream >> number;) {
+        numbers.push_back(number);
+    }
+    return numbers;
+}
+
+void expectNear(const std::vector<double>& actual, const std::vector<double>& expected)
+{
+    ASSERT_EQ(actual.size(), expected.size());
+    for (std::size_t i = 0; i < actual.size(); ++i) {
+        EXPECT_NEAR(actual[i], expected[i], 1e-6) << i;
+    }
 }
 
 std::string written(orv::BezierCurves& curves)
@@ -67,6 +98,26 @@ TEST_F(Driver, HairHasTheRadiusAndSmoothnessAskedFor)
 TEST_F(Driver, HiddenHairIsLeftOut)
 {
     EXPECT_FALSE(has(exported(kHair + "setAttr \"a.v\" no;\n"), "orv_curves"));
+}
+
+// One hair on a wall, of two points, and one on the ground, of three; the shape stands at (0 0 5).
+TEST_F(Driver, HairIsWrittenInItsOwnSpaceStrandByStrand)
+{
+    args.setDouble(CURVERADIUS, 3);
+    const std::string text = exported(test::hairScene());
+    EXPECT_TRUE(logs("INFO:  2 lines in this hair\n"));
+    EXPECT_TRUE(logs("TRACE CHECK: renderLine\n"));
+    const std::string batch = text.substr(text.find("object \"\" {\n"));
+    EXPECT_TRUE(has(batch, "\"radius\" 3,\n\"order\" 2,\n\"fitToCubic\" off,\n")) << batch;
+    EXPECT_TRUE(has(batch, "\"nvertices\" [ 2,3 ] ,\n")) << batch;
+    expectNear(listIn(batch, "p"),
+               {2, 1, -5, 2, 1, -3.5, 9.5, 0, -5.5, 9.5, 1, -5.5, 9.5, 3, -5.5});
+    // Widths and colours run along each hair: those of the ground's points at 0, 1/2 and 1, the
+    // wall's like the first and the last of them.
+    expectNear(listIn(batch, "pr"), {0.2, 0.1, 0.2, 0.15, 0.1});
+    expectNear(listIn(batch, "pcol"),
+               {0.5, 0.25, 1, 0, 0.25, 0.5, 0.5, 0.25, 1, 0.25, 0.25, 0.75, 0, 0.25, 0.5});
+    EXPECT_FALSE(has(text, "#define object \"\""));
 }
 
 TEST(Strand, OfNPointsAddsNOfEachAndOneCount)
