@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::size_t kSamplesPerSpan = 8;
 constexpr std::size_t kMostSamples = 1024;
+/// What is kept outside of the curves reaches this share of their extent further.
+constexpr double kOutsideMargin = 0.1;
 
 /// A curve with its direction in a boundary and its points.
 struct Piece {
@@ -133,7 +135,8 @@ struct Rectangle {
     }
 };
 
-Rectangle rectangleAround(const std::vector<Chain>& chains, const Vec3d& normal)
+/// Around the control points, wider by a share of its size on every side.
+Rectangle rectangleAround(const std::vector<Chain>& chains, const Vec3d& normal, double margin)
 {
     const Vec3d helper = std::fabs(normal.x) < 0.9 ? Vec3d{1, 0, 0} : Vec3d{0, 1, 0};
     const Vec3d x = normalized(helper - normal * dot(helper, normal));
@@ -152,6 +155,11 @@ Rectangle rectangleAround(const std::vector<Chain>& chains, const Vec3d& normal)
                 }
             }
         }
+    }
+    for (int axis = 0; axis < 2; ++axis) {
+        const double wider = (high[axis] - low[axis]) * margin;
+        low[axis] -= wider;
+        high[axis] += wider;
     }
     return {origin + x * low[0] + y * low[1], x * (high[0] - low[0]), y * (high[1] - low[1])};
 }
@@ -188,6 +196,17 @@ bool isInside(const Vec3d& point, const std::vector<Vec3d>& outline)
         }
     }
     return isIn;
+}
+
+/// By most of three points, as loops may touch in one.
+bool isInside(const TrimLoop& inner, const TrimLoop& outer)
+{
+    const auto& points = inner.outline;
+    int votes = 0;
+    for (std::size_t third = 0; third < 3 && !points.empty(); ++third) {
+        votes += isInside(points[points.size() * third / 3], outer.outline) ? 1 : 0;
+    }
+    return votes > 1;
 }
 
 void reverseLoop(TrimLoop& loop)
@@ -246,8 +265,7 @@ std::vector<std::shared_ptr<const TrimRegion>> regionsOf(std::vector<TrimLoop> l
     std::vector<std::size_t> outer(loops.size(), loops.size());
     for (std::size_t i = 0; i < loops.size(); ++i) {
         for (std::size_t j = 0; j < loops.size(); ++j) {
-            if (i == j || loops[i].outline.empty() ||
-                !isInside(loops[i].outline.front(), loops[j].outline)) {
+            if (i == j || !isInside(loops[i], loops[j])) {
                 continue;
             }
             ++depth[i];
@@ -285,7 +303,8 @@ SurfaceData planarTrimSurface(std::span<const CurveData> curves, const PlanarTri
     if (!(length(area) > 0) || !std::isfinite(length(area))) {
         return {};
     }
-    const Rectangle rectangle = rectangleAround(chains, normalized(area));
+    const Rectangle rectangle =
+        rectangleAround(chains, normalized(area), options.keepsOutside ? kOutsideMargin : 0);
     const std::int32_t degree = options.degree == 1 ? 1 : 3;
     SurfaceData plane =
         translated(lineRows(rectangle.corner, rectangle.corner + rectangle.x, 0, 1, 1, degree),

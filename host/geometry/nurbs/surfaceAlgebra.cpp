@@ -106,28 +106,111 @@ double distanceTo(const SurfaceEvaluator& surface, const SurfaceParameters& at, 
     return dot(away, away);
 }
 
-/// Gauss and Newton's step towards the foot of the perpendicular.
-SurfaceParameters stepped(const SurfaceEvaluator& surface, const SurfaceParameters& at,
-                          const Vec3d& target)
+/// Half the squared distance: its slopes, and its second derivatives or what stands for them.
+struct Slopes {
+    double u = 0, v = 0, uu = 0, uv = 0, vv = 0;
+};
+
+Slopes slopesAt(const SurfaceEvaluator& surface, const SurfaceParameters& at, const Vec3d& target)
 {
     const SurfacePoint here = surface.evaluate(at.u, at.v);
-    const Vec3d away = target - here.position;
-    const double uu = dot(here.du, here.du);
-    const double uv = dot(here.du, here.dv);
-    const double vv = dot(here.dv, here.dv);
-    const double ru = dot(away, here.du);
-    const double rv = dot(away, here.dv);
-    const double determinant = uu * vv - uv * uv;
-    SurfaceParameters next = at;
-    if (determinant > 1e-14 * uu * vv) {
-        next.u += (ru * vv - rv * uv) / determinant;
-        next.v += (rv * uu - ru * uv) / determinant;
-    } else if (uu > 0 && uu >= vv) {
-        next.u += ru / uu;
-    } else if (vv > 0) {
-        next.v += rv / vv;
+    const Vec3d away = here.position - target;
+    return {dot(away, here.du), dot(away, here.dv), dot(here.du, here.du), dot(here.du, here.dv),
+            dot(here.dv, here.dv)};
+}
+
+/// The second derivatives by differences of the slopes.
+void addBend(const SurfaceEvaluator& surface, const SurfaceParameters& at, const Vec3d& target,
+             Slopes& slopes)
+{
+    constexpr double kStep = 1e-6;
+    const double du = kStep * (surface.endU() - surface.startU());
+    const double dv = kStep * (surface.endV() - surface.startV());
+    const Slopes east = slopesAt(surface, {at.u + du, at.v}, target);
+    const Slopes west = slopesAt(surface, {at.u - du, at.v}, target);
+    const Slopes north = slopesAt(surface, {at.u, at.v + dv}, target);
+    const Slopes south = slopesAt(surface, {at.u, at.v - dv}, target);
+    slopes.uu = (east.u - west.u) / (2 * du);
+    slopes.uv = (north.u - south.u) / (2 * dv);
+    slopes.vv = (north.v - south.v) / (2 * dv);
+}
+
+/// True where the way down leads over the edge of a domain that does not wrap.
+bool isHeld(const KnotVector& knots, double parameter, double slope)
+{
+    return knots.form() != SplineForm::Periodic &&
+           ((parameter <= knots.start() && slope > 0) || (parameter >= knots.end() && slope < 0));
+}
+
+/// The step down the slopes; a direction that is held is left out.
+SurfaceParameters stepDown(const SurfaceEvaluator& surface, const SurfaceParameters& at,
+                           const Slopes& slopes)
+{
+    const bool holdsU = isHeld(surface.knotsU(), at.u, slopes.u) || !(slopes.uu > 0);
+    const bool holdsV = isHeld(surface.knotsV(), at.v, slopes.v) || !(slopes.vv > 0);
+    const double determinant = slopes.uu * slopes.vv - slopes.uv * slopes.uv;
+    if (!holdsU && !holdsV && determinant > 1e-12 * slopes.uu * slopes.vv) {
+        return {(slopes.v * slopes.uv - slopes.u * slopes.vv) / determinant,
+                (slopes.u * slopes.uv - slopes.v * slopes.uu) / determinant};
     }
-    return {surface.knotsU().inside(next.u), surface.knotsV().inside(next.v)};
+    if (!holdsU && (holdsV || slopes.u * slopes.u * slopes.vv >= slopes.v * slopes.v * slopes.uu)) {
+        return {-slopes.u / slopes.uu, 0};
+    }
+    return {0, holdsV ? 0 : -slopes.v / slopes.vv};
+}
+
+SurfaceParameters moved(const SurfaceEvaluator& surface, const SurfaceParameters& at,
+                        const SurfaceParameters& step, double share)
+{
+    return {surface.knotsU().inside(at.u + step.u * share),
+            surface.knotsV().inside(at.v + step.v * share)};
+}
+
+/// Down the slopes by shorter and shorter steps, until none leads nearer.
+SurfaceParameters descended(const SurfaceEvaluator& surface, SurfaceParameters at,
+                            const Vec3d& target)
+{
+    constexpr int kRounds = 60;
+    constexpr double kShortest = 1.0 / 256;
+    double least = distanceTo(surface, at, target);
+    for (int round = 0; round < kRounds; ++round) {
+        const SurfaceParameters step = stepDown(surface, at, slopesAt(surface, at, target));
+        double share = 1;
+        double found = least;
+        for (; share >= kShortest && !(found < least); share /= 2) {
+            found = distanceTo(surface, moved(surface, at, step, share), target);
+        }
+        if (!(found < least)) {
+            break;
+        }
+        at = moved(surface, at, step, share * 2);
+        least = found;
+    }
+    return at;
+}
+
+/// Newton's steps as long as they lessen the slopes: distances alone tell the place to half of the
+/// digits only.
+SurfaceParameters polished(const SurfaceEvaluator& surface, SurfaceParameters at,
+                           const Vec3d& target)
+{
+    const auto steepness = [](const Slopes& slopes) {
+        return (slopes.uu > 0 ? slopes.u * slopes.u / slopes.uu : 0) +
+               (slopes.vv > 0 ? slopes.v * slopes.v / slopes.vv : 0);
+    };
+    Slopes slopes = slopesAt(surface, at, target);
+    for (int round = 0; round < 8; ++round) {
+        Slopes bent = slopes;
+        addBend(surface, at, target, bent);
+        const SurfaceParameters next = moved(surface, at, stepDown(surface, at, bent), 1);
+        const Slopes there = slopesAt(surface, next, target);
+        if (!(steepness(there) < steepness(slopes))) {
+            break;
+        }
+        at = next;
+        slopes = there;
+    }
+    return at;
 }
 
 } // namespace
@@ -201,18 +284,8 @@ SurfaceParameters nearestParameters(const SurfaceData& surface, const Vec3d& tar
             nearest = i;
         }
     }
-    SurfaceParameters best{us[nearest / vs.size()], vs[nearest % vs.size()]};
-    SurfaceParameters at = best;
-    for (int round = 0; round < 60; ++round) {
-        at = stepped(evaluator, at, target);
-        const double distance = distanceTo(evaluator, at, target);
-        if (!(distance < least)) {
-            break;
-        }
-        least = distance;
-        best = at;
-    }
-    return best;
+    const SurfaceParameters near{us[nearest / vs.size()], vs[nearest % vs.size()]};
+    return polished(evaluator, descended(evaluator, near, target), target);
 }
 
 SurfaceData offset(const SurfaceData& surface, double distance)
