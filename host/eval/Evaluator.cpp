@@ -244,7 +244,7 @@ void Evaluator::step()
     m_currentUsesTime = false;
     Value value = isStuck ? plain(plug) : attempt(plug);
     if (m_requests.empty() || isStuck) {
-        finish(plug, std::move(value));
+        finish(plug, slot, std::move(value));
         return;
     }
     for (auto request = m_requests.rbegin(); request != m_requests.rend(); ++request) {
@@ -252,27 +252,55 @@ void Evaluator::step()
     }
 }
 
-void Evaluator::finish(const Plug& plug, Value value)
+void Evaluator::finish(const Plug& plug, SlotId slotId, Value value)
 {
-    const SlotId slotId = m_graph.ensureSlot(plug);
+    keepComputed(plug, slotId, std::move(value));
     const std::uint64_t key = keyOf(plug.node, slotId);
-    const Slot& slot = m_graph.node(plug.node).slots[slotId];
-    if (!slot.isClean && !slot.value.isEmpty()) {
-        m_stored.emplace(key, slot.value);
-    }
-    m_graph.setComputed(plug, std::move(value));
     if (m_currentPassed != 0) {
         m_passedOf[key] = m_currentPassed;
     } else if (!m_passedOf.empty()) {
         m_passedOf.erase(key);
     }
-    Slot& done = m_graph.node(plug.node).slots[slotId];
-    done.isInProgress = false;
-    if (m_currentUsesTime && !done.usesTime) {
-        m_usesTime.push_back(key);
-    }
-    done.usesTime = m_currentUsesTime;
+    markTime(plug.node, slotId, m_currentUsesTime);
+    m_graph.node(plug.node).slots[slotId].isInProgress = false;
     m_stack.pop_back();
+}
+
+/// Puts a computed value in its slot; what is stored there moves aside.
+void Evaluator::keepComputed(const Plug& plug, SlotId slotId, Value value)
+{
+    Node& node = m_graph.node(plug.node);
+    Slot& slot = node.slots[slotId];
+    if (!slot.isClean && !slot.value.isEmpty()) {
+        m_stored.emplace(keyOf(plug.node, slotId), slot.value);
+    }
+    if (slot.isUsed && node.hasClean) { // the graph knows of both
+        slot.value = std::move(value);
+        slot.isClean = true;
+    } else {
+        m_graph.setComputed(plug, std::move(value));
+    }
+}
+
+void Evaluator::markTime(NodeId node, SlotId slotId, bool usesTime)
+{
+    Slot& slot = m_graph.node(node).slots[slotId];
+    if (usesTime && !slot.usesTime) {
+        m_usesTime.push_back(keyOf(node, slotId));
+    }
+    slot.usesTime = usesTime;
+}
+
+const TypeComputes& Evaluator::computesOf(NodeId node)
+{
+    if (node >= m_computes.size()) {
+        m_computes.resize(m_graph.nodeCount(), nullptr);
+    }
+    const TypeComputes*& known = m_computes[node];
+    if (known == nullptr) {
+        known = &m_table.of(m_graph.node(node).type);
+    }
+    return *known;
 }
 
 const Evaluator::NodeInputs& Evaluator::inputsOf(NodeId node)
@@ -313,14 +341,40 @@ std::optional<Value> Evaluator::fetch(const Plug& plug)
             return plain(plug);
         }
     }
-    const bool isPending =
-        sourceOf(m_graph, plug) ||
-        m_table.of(m_graph.node(plug.node).type).find(plug.attribute) != nullptr ||
-        !geometryInputs(plug).empty();
+    if (slotId != kNoSlot && m_graph.node(plug.node).slots[slotId].input != kNoConnection) {
+        return fetchConnected(plug, slotId);
+    }
+    const bool isPending = sourceOf(m_graph, plug) ||
+                           computesOf(plug.node).find(plug.attribute) != nullptr ||
+                           !geometryInputs(plug).empty();
     if (!isPending) {
         return plain(plug);
     }
     m_requests.push_back(plug);
+    return std::nullopt;
+}
+
+/// The value of a plug that has a connection of its own: at once where its source is there. A
+/// source that its node computes is asked for directly, so that the plug needs no turn of its own.
+std::optional<Value> Evaluator::fetchConnected(const Plug& plug, SlotId slotId)
+{
+    const Plug source = m_graph.connections()[m_graph.node(plug.node).slots[slotId].input].source;
+    const SlotId sourceId = m_graph.findSlot(source);
+    const Slot* slot = sourceId != kNoSlot ? &m_graph.node(source.node).slots[sourceId] : nullptr;
+    if (slot != nullptr && slot->isClean && m_passedOf.empty()) {
+        const bool usesTime = slot->usesTime;
+        Value value = convertValue(slot->value, m_graph.attribute(plug.node, plug.attribute).kind);
+        if (!value.isEmpty()) {
+            m_currentUsesTime |= usesTime;
+            keepComputed(plug, slotId, value);
+            markTime(plug.node, slotId, usesTime);
+            return value;
+        }
+    }
+    const bool isComputed = slot != nullptr && !slot->isClean && !slot->isInProgress &&
+                            slot->input == kNoConnection &&
+                            computesOf(source.node).find(source.attribute) != nullptr;
+    m_requests.push_back(isComputed ? source : plug);
     return std::nullopt;
 }
 
@@ -365,7 +419,7 @@ Value Evaluator::attempt(const Plug& plug)
     if (const Plug source = sourceOf(m_graph, plug)) {
         return fromSource(plug, source);
     }
-    if (const OutputEntry* entry = m_table.of(m_graph.node(plug.node).type).find(plug.attribute)) {
+    if (const OutputEntry* entry = computesOf(plug.node).find(plug.attribute)) {
         return fromNode(plug, *entry);
     }
     return passThrough(plug, geometryInputs(plug));
@@ -448,7 +502,7 @@ Value Evaluator::plain(const Plug& plug)
     }
     const Node& node = m_graph.node(plug.node);
     const Attribute attribute = m_graph.attribute(plug.node, plug.attribute);
-    const TypeComputes& computes = m_table.of(node.type);
+    const TypeComputes& computes = computesOf(plug.node);
     const bool isDynamic = plug.attribute >= computes.isResult.size();
     const bool isResultOfNode =
         isDynamic ? !node.unknownType.empty() && isResult(node.type, attribute.longName)
@@ -473,7 +527,7 @@ std::vector<Plug> Evaluator::geometryInputs(const Plug& output)
         return unknownNodeInputs(output);
     }
     std::vector<Plug> inputs;
-    for (const AttributeIndex input : m_table.of(node.type).geometryInputs) {
+    for (const AttributeIndex input : computesOf(output.node).geometryInputs) {
         const Attribute row = node.type.attribute(input);
         const bool isInMulti =
             row.parent != kNoAttribute && node.type.attribute(row.parent).isMulti;

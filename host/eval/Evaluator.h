@@ -68,6 +68,7 @@ private:
 
     const NodeInputs& inputsOf(graph::NodeId node);
     std::optional<Value> fetch(const graph::Plug& plug);
+    std::optional<Value> fetchConnected(const graph::Plug& plug, graph::SlotId slot);
     Value attempt(const graph::Plug& plug);
     Value fromSource(const graph::Plug& plug, const graph::Plug& source);
     Value fromNode(const graph::Plug& plug, const OutputEntry& entry);
@@ -75,7 +76,10 @@ private:
     Value plain(const graph::Plug& plug);
     Value storedValue(const graph::Plug& plug) const;
     void step();
-    void finish(const graph::Plug& plug, Value value);
+    void finish(const graph::Plug& plug, graph::SlotId slot, Value value);
+    void keepComputed(const graph::Plug& plug, graph::SlotId slot, Value value);
+    void markTime(graph::NodeId node, graph::SlotId slot, bool usesTime);
+    const TypeComputes& computesOf(graph::NodeId node);
 
     std::vector<std::int32_t> elementsOf(const graph::Plug& array);
     std::vector<std::int32_t> connectedElementsOf(const graph::Plug& array) const;
@@ -101,8 +105,9 @@ private:
 
     std::vector<Passed> m_passed;
     std::unordered_map<std::uint64_t, std::uint32_t> m_passedOf; ///< node and slot -> list
-    std::vector<std::uint64_t> m_usesTime; ///< node and slot of what goes with the time
-    std::vector<NodeInputs> m_inputs;      ///< per node
+    std::vector<std::uint64_t> m_usesTime;       ///< node and slot of what goes with the time
+    std::vector<const TypeComputes*> m_computes; ///< per node, null until it is asked for
+    std::vector<NodeInputs> m_inputs;            ///< per node
     std::unordered_map<std::uint64_t, Value>
         m_stored; ///< values under computed ones; node and slot
     std::unordered_map<graph::NodeId, std::shared_ptr<const void>>
