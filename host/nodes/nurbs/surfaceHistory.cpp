@@ -76,7 +76,8 @@ Expected<Value> computeAttach(ComputeContext& context)
     const bool twists = flagInput(context, 9, false);
     const bool keepsKnots = flagInput(context, 10, true);
     if (!context.isComplete() || first == nullptr || second == nullptr) {
-        return first != nullptr ? Value(first) : Value(second);
+        const SharedSurface only = first != nullptr ? first : second;
+        return only != nullptr ? Value(only) : Value();
     }
     if (options.blends || !keepsKnots) {
         context.noteUncomputed(); // joined, not blended; the multiple knot stays
