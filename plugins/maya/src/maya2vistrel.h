@@ -83,9 +83,10 @@ private:
     /// The walked tree by display layers, each with flat copies of its members' groups; the tree as
     /// it is when no layer but the default one has any.
     std::shared_ptr<orv::OrvGroup> splitLayers(const std::shared_ptr<orv::OrvGroup>& root) const;
+    struct LayerSplit; ///< what one split looks up and counts
     /// Adds one layer's group; returns the number of members in it.
-    std::size_t addLayer(const MFnDependencyNode& layer, const orv::OrvGroup& root,
-                         GroupIndex& index, orv::OrvGroup& newRoot) const;
+    std::size_t addLayer(const MFnDependencyNode& layer, LayerSplit& split,
+                         orv::OrvGroup& newRoot) const;
     /// A copy of a path's group that bears the path's whole transform; empty where there is none.
     std::shared_ptr<orv::OrvGroup> locateGroup(const MDagPath& path, const orv::OrvGroup& root,
                                                GroupIndex& index) const;

@@ -3,6 +3,7 @@
 
 #include "importers/maya/src/Log.h"
 #include "importers/maya/src/TraceCheck.h"
+#include "plugins/maya/src/CopyBudget.h"
 #include "plugins/maya/src/GroupIndex.h"
 #include "scene/OrvGroup.h"
 #include "sceneapi/orvScene_api.h"
@@ -20,6 +21,10 @@
 namespace {
 
 constexpr const char* kDefaultLayer = "defaultLayer";
+
+/// Groups and geometries that all layers together may repeat. Members inside of members repeat what
+/// is below them again and again: a small scene could fill any disk.
+constexpr std::size_t kMaxRepeated = 10'000'000;
 
 /// Row vectors: the child's own transform comes first.
 orv::Matrix4 multiply(const orv::Matrix4& child, const orv::Matrix4& parent)
@@ -60,12 +65,23 @@ std::vector<MDagPath> membersOf(const MFnDependencyNode& layer)
 
 } // namespace
 
+struct Maya2Vistrel::LayerSplit {
+    explicit LayerSplit(const orv::OrvGroup& walkedRoot)
+        : root(walkedRoot), budget(walkedRoot, kMaxRepeated)
+    {
+    }
+
+    const orv::OrvGroup& root;
+    CopyBudget budget;
+    GroupIndex index;
+};
+
 std::shared_ptr<orv::OrvGroup>
 Maya2Vistrel::splitLayers(const std::shared_ptr<orv::OrvGroup>& root) const
 {
     auto newRoot = std::make_shared<orv::OrvGroup>(root->getName());
     newRoot->addFlags(groupType());
-    GroupIndex index;
+    LayerSplit split(*root);
     std::size_t located = 0;
     for (MItDependencyNodes nodes(MFn::kDisplayLayer); !nodes.isDone(); nodes.next()) {
         MStatus status;
@@ -80,7 +96,7 @@ Maya2Vistrel::splitLayers(const std::shared_ptr<orv::OrvGroup>& root) const
             whole->setName(kDefaultLayer);
             newRoot->addGroup(whole);
         } else {
-            located += addLayer(layer, *root, index, *newRoot);
+            located += addLayer(layer, split, *newRoot);
         }
     }
     if (located > 0) {
@@ -91,15 +107,19 @@ Maya2Vistrel::splitLayers(const std::shared_ptr<orv::OrvGroup>& root) const
     return root;
 }
 
-std::size_t Maya2Vistrel::addLayer(const MFnDependencyNode& layer, const orv::OrvGroup& root,
-                                   GroupIndex& index, orv::OrvGroup& newRoot) const
+std::size_t Maya2Vistrel::addLayer(const MFnDependencyNode& layer, LayerSplit& split,
+                                   orv::OrvGroup& newRoot) const
 {
     const std::shared_ptr<orv::OrvGroup> group = newRoot.createGroup(layer.name().asUTF8());
     FILE_LOG(DEBUG2) << "Adding the layer: " << group->getName();
     for (const MDagPath& path : membersOf(layer)) {
-        const std::shared_ptr<orv::OrvGroup> member = locateGroup(path, root, index);
+        const std::shared_ptr<orv::OrvGroup> member = locateGroup(path, split.root, split.index);
         if (!member) {
             FILE_LOG(WARNING) << "could not locate the group: " << path.fullPathName();
+            continue;
+        }
+        if (!split.budget.take(*member)) {
+            FILE_LOG(WARNING) << "too much in the layers, left out: " << path.fullPathName();
             continue;
         }
         FILE_LOG(DEBUG3) << "Adding objs to layer: " << path.fullPathName();

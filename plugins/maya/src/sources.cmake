@@ -1,6 +1,7 @@
 # Sources of this room, one a line, sorted (main files of programs are not listed).
 set(SOURCES
     BetaExtractor.cpp
+    CopyBudget.cpp
     GeometryBuffers.cpp
     GeometryManager.cpp
     GroupIndex.cpp

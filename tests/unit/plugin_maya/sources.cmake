@@ -1,4 +1,5 @@
 set(SOURCES
+    CopyBudgetTest.cpp
     GroupIndexTest.cpp
     GroupStackTest.cpp
     ProgressCounterTest.cpp
