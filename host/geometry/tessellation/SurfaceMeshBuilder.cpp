@@ -19,25 +19,21 @@ bool isFinite(const Vec3f& v)
 
 } // namespace
 
-SurfaceMeshBuilder::SurfaceMeshBuilder(const SurfaceSheet& sheet) : m_sheet(sheet) {}
-
-std::uint32_t SurfaceMeshBuilder::addRun(double u, std::span<const double> vs)
+SurfaceMeshBuilder::SurfaceMeshBuilder(const SurfaceSheet& sheet)
+    : m_sheet(sheet)
+    , m_perU(1 / (sheet.evaluator().endU() - sheet.evaluator().startU()))
+    , m_perV(1 / (sheet.evaluator().endV() - sheet.evaluator().startV()))
 {
-    const auto first = static_cast<std::uint32_t>(m_mesh.positions.size());
-    const SurfaceEvaluator& evaluator = m_sheet.evaluator();
-    if (m_points.size() < vs.size()) {
-        m_points.resize(vs.size());
-    }
-    m_sheet.run(u, vs, std::span(m_points).first(vs.size()));
-    const double perU = 1 / (evaluator.endU() - evaluator.startU());
-    const double perV = 1 / (evaluator.endV() - evaluator.startV());
-    const auto textureU = static_cast<float>((u - evaluator.startU()) * perU);
-    for (std::size_t k = 0; k < vs.size(); ++k) {
-        m_mesh.positions.push_back(toFloat(m_points[k].position));
-        m_mesh.normals.push_back(toFloat(m_points[k].normal));
-        m_mesh.uvs.push_back({textureU, static_cast<float>((vs[k] - evaluator.startV()) * perV)});
-    }
-    return first;
+}
+
+std::uint32_t SurfaceMeshBuilder::addVertex(const SurfacePoint& point, double u, double v)
+{
+    const auto index = static_cast<std::uint32_t>(m_mesh.positions.size());
+    m_mesh.positions.push_back(toFloat(point.position));
+    m_mesh.normals.push_back(toFloat(point.normal));
+    m_mesh.uvs.push_back({static_cast<float>((u - m_sheet.evaluator().startU()) * m_perU),
+                          static_cast<float>((v - m_sheet.evaluator().startV()) * m_perV)});
+    return index;
 }
 
 void SurfaceMeshBuilder::addCell(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d,
@@ -55,17 +51,26 @@ void SurfaceMeshBuilder::addCell(std::uint32_t a, std::uint32_t b, std::uint32_t
 
 void SurfaceMeshBuilder::addGrid(const GridLines& lines, bool swapsEdges)
 {
-    const std::size_t points = lines.us.size() * lines.vs.size();
-    m_mesh.positions.reserve(points);
-    m_mesh.normals.reserve(points);
-    m_mesh.uvs.reserve(points);
-    m_mesh.indices.reserve(6 * lines.cellCount());
-    const auto width = static_cast<std::uint32_t>(lines.vs.size());
-    for (std::size_t i = 0; i < lines.us.size(); ++i) {
-        const std::uint32_t first = addRun(lines.us[i], lines.vs);
-        for (std::uint32_t k = 0; i > 0 && k + 1 < width; ++k) {
-            const std::uint32_t here = first + k;
-            addCell(here - width, here, here - width + 1, here + 1, swapsEdges);
+    const std::size_t width = lines.vs.size();
+    const std::size_t vertices = vertexCount() + lines.us.size() * width;
+    m_mesh.positions.reserve(vertices);
+    m_mesh.normals.reserve(vertices);
+    m_mesh.uvs.reserve(vertices);
+    m_mesh.indices.reserve(m_mesh.indices.size() + 6 * lines.cellCount());
+    const auto first = static_cast<std::uint32_t>(vertexCount());
+    std::vector<SurfacePoint> points(std::min(kBlockLines, lines.us.size()) * width);
+    for (std::size_t i = 0; i < lines.us.size(); i += kBlockLines) {
+        const auto us = std::span(lines.us).subspan(i, std::min(kBlockLines, lines.us.size() - i));
+        m_sheet.block(us, lines.vs, std::span(points).first(us.size() * width));
+        for (std::size_t k = 0; k < us.size() * width; ++k) {
+            addVertex(points[k], us[k / width], lines.vs[k % width]);
+        }
+    }
+    const auto step = static_cast<std::uint32_t>(width);
+    for (std::uint32_t i = 0; i + 1 < lines.us.size(); ++i) {
+        for (std::uint32_t k = 0; k + 1 < step; ++k) {
+            const std::uint32_t here = first + i * step + k;
+            addCell(here, here + step, here + 1, here + step + 1, swapsEdges);
         }
     }
 }

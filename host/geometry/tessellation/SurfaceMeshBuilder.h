@@ -10,9 +10,12 @@ class SurfaceMeshBuilder {
 public:
     explicit SurfaceMeshBuilder(const SurfaceSheet& sheet);
 
-    /// Adds the points (u, vs[k]); returns the index of the first.
-    std::uint32_t addRun(double u, std::span<const double> vs);
-    std::uint32_t addPoint(double u, double v) { return addRun(u, std::span(&v, 1)); }
+    /// Lines of the grid whose points are evaluated together.
+    static constexpr std::size_t kBlockLines = 16;
+
+    const SurfaceSheet& sheet() const { return m_sheet; }
+    std::uint32_t addVertex(const SurfacePoint& point, double u, double v);
+    std::uint32_t addPoint(double u, double v) { return addVertex(m_sheet.at(u, v), u, v); }
     /// Counter-clockwise in the parameter plane.
     void addTriangle(std::uint32_t a, std::uint32_t b, std::uint32_t c)
     {
@@ -40,7 +43,7 @@ private:
     void completeNormals();
 
     const SurfaceSheet& m_sheet;
-    std::vector<SurfacePoint> m_points;
+    double m_perU = 1, m_perV = 1; ///< of texture coordinates
     RenderMesh m_mesh;
 };
 

@@ -153,13 +153,16 @@ SurfacePoint SurfaceSheet::at(double u, double v) const
     return point;
 }
 
-void SurfaceSheet::run(double u, std::span<const double> vs, std::span<SurfacePoint> points) const
+void SurfaceSheet::block(std::span<const double> us, std::span<const double> vs,
+                         std::span<SurfacePoint> points) const
 {
-    m_evaluator.evaluateGrid(std::span(&u, 1), vs, points);
-    const bool isEdge = u <= m_evaluator.startU() || u >= m_evaluator.endU();
-    for (std::size_t k = 0; k < vs.size(); ++k) {
-        if (isEdge || vs[k] <= m_evaluator.startV() || vs[k] >= m_evaluator.endV()) {
-            settle(u, vs[k], points[k]);
+    m_evaluator.evaluateGrid(us, vs, points);
+    for (std::size_t i = 0; i < us.size(); ++i) {
+        const bool isEdge = us[i] <= m_evaluator.startU() || us[i] >= m_evaluator.endU();
+        for (std::size_t k = 0; k < vs.size(); ++k) {
+            if (isEdge || vs[k] <= m_evaluator.startV() || vs[k] >= m_evaluator.endV()) {
+                settle(us[i], vs[k], points[i * vs.size() + k]);
+            }
         }
     }
 }

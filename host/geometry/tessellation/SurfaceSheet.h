@@ -21,8 +21,9 @@ public:
     double lengthV() const { return m_lengthV; }
 
     SurfacePoint at(double u, double v) const;
-    /// The points (u, vs[k]).
-    void run(double u, std::span<const double> vs, std::span<SurfacePoint> points) const;
+    /// The points (us[i], vs[k]), v running fastest.
+    void block(std::span<const double> us, std::span<const double> vs,
+               std::span<SurfacePoint> points) const;
 
     /// Points that opposite edges, or all points of an edge, may be apart and still count as one;
     /// in diagonals of the box.

@@ -54,6 +54,8 @@ private:
     void addLoops();
     void addNodes();
     void addOutline();
+    void addNodeVertices(SurfaceMeshBuilder& builder);
+    bool hasNodes(std::size_t i, std::size_t endI, std::size_t k, std::size_t endK) const;
     bool isSurrounded(std::size_t i, std::size_t k) const
     {
         return i > 0 && k > 0 && m_grid.isCell(i - 1, k - 1) && m_grid.isCell(i, k - 1) &&
@@ -139,6 +141,47 @@ bool RegionFilling::triangulate()
     return bool(filling);
 }
 
+/// Evaluates the nodes, lines of the grid together, and adds those that are used.
+void RegionFilling::addNodeVertices(SurfaceMeshBuilder& builder)
+{
+    constexpr std::size_t kBlock = SurfaceMeshBuilder::kBlockLines;
+    m_vertexOfNode.assign(m_grid.columns() * m_grid.rows(), kNone);
+    std::vector<SurfacePoint> points;
+    for (std::size_t i = 0; i < m_grid.columns(); i += kBlock) {
+        const std::size_t end = std::min(i + kBlock, m_grid.columns());
+        const auto us = std::span(m_grid.us()).subspan(i, end - i);
+        for (std::size_t k = 0; k < m_grid.rows(); k += kBlock) {
+            const std::size_t top = std::min(k + kBlock, m_grid.rows());
+            const auto vs = std::span(m_grid.vs()).subspan(k, top - k);
+            if (!hasNodes(i, end, k, top)) {
+                continue;
+            }
+            points.resize(us.size() * vs.size());
+            builder.sheet().block(us, vs, points);
+            for (std::size_t n = 0; n < points.size(); ++n) {
+                const std::size_t column = n / vs.size();
+                const std::size_t row = n % vs.size();
+                if (m_grid.isNode(i + column, k + row)) {
+                    m_vertexOfNode[nodeIndex(i + column, k + row)] =
+                        builder.addVertex(points[n], us[column], vs[row]);
+                }
+            }
+        }
+    }
+}
+
+bool RegionFilling::hasNodes(std::size_t i, std::size_t endI, std::size_t k, std::size_t endK) const
+{
+    for (; i < endI; ++i) {
+        for (std::size_t row = k; row < endK; ++row) {
+            if (m_grid.isNode(i, row)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 void RegionFilling::build(bool swapsEdges, SurfaceMeshBuilder& builder)
 {
     std::vector<std::uint32_t> vertexOf(m_points.size(), kNone);
@@ -147,25 +190,10 @@ void RegionFilling::build(bool swapsEdges, SurfaceMeshBuilder& builder)
             vertexOf[i] = builder.addPoint(m_places[i].x, m_places[i].y);
         }
     }
-    m_vertexOfNode.assign(m_grid.columns() * m_grid.rows(), kNone);
-    for (std::size_t i = 0; i < m_grid.columns(); ++i) {
-        for (std::size_t k = 0; k < m_grid.rows();) {
-            std::size_t end = k;
-            while (end < m_grid.rows() && m_grid.isNode(i, end)) {
-                ++end;
-            }
-            const std::uint32_t first =
-                end > k ? builder.addRun(m_grid.us()[i], std::span(m_grid.vs()).subspan(k, end - k))
-                        : 0;
-            for (std::size_t node = k; node < end; ++node) {
-                const std::uint32_t vertex = first + static_cast<std::uint32_t>(node - k);
-                m_vertexOfNode[nodeIndex(i, node)] = vertex;
-                const std::uint32_t point = m_pointOfNode[nodeIndex(i, node)];
-                if (point != kNone) {
-                    vertexOf[point] = vertex;
-                }
-            }
-            k = end + 1;
+    addNodeVertices(builder);
+    for (std::size_t node = 0; node < m_pointOfNode.size(); ++node) {
+        if (m_pointOfNode[node] != kNone) {
+            vertexOf[m_pointOfNode[node]] = m_vertexOfNode[node];
         }
     }
     for (const PlanePosition& added : m_filling.added) {
