@@ -5,6 +5,7 @@ set(SOURCES
     defaultSceneTest.cpp
     hairTest.cpp
     meshTest.cpp
+    nurbsTest.cpp
     openTest.cpp
     plugTest.cpp
     reportTest.cpp
