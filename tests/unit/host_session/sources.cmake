@@ -1,4 +1,5 @@
 set(SOURCES
+    animationCostTest.cpp
     animationCurveTest.cpp
     curveTruthTest.cpp
     dagTest.cpp
