@@ -86,8 +86,12 @@ void SceneStream::endLine()
                      std::strtod(std::string(line.substr(blank)).c_str(), nullptr));
     } else if (line.starts_with("load \"orvrtopt.so\"")) {
         m_hasScene = true;
-    } else if (line.starts_with("#define object ")) {
+    } else if (line.starts_with("geometry \"triangles\"")) {
         ++m_meshCount;
+    } else if (line.starts_with("geometry \"orv_curves\"")) {
+        ++m_hairCount;
+    } else if (line.starts_with("animation ")) {
+        ++m_trackCount;
     } else if (line.starts_with("camera ")) {
         ++m_cameraCount;
     } else if (line.starts_with("#define material ")) {

@@ -20,10 +20,12 @@ public:
     std::uint64_t byteCount() const { return m_byteCount; }
     /// The first statement of a scene that was opened has passed.
     bool hasScene() const { return m_hasScene; }
-    std::size_t meshCount() const
-    {
-        return m_meshCount;
-    } ///< definitions: one per shape and material
+    /// Meshes written in full: one per shape and material.
+    std::size_t meshCount() const { return m_meshCount; }
+    /// Batches of strands.
+    std::size_t hairCount() const { return m_hairCount; }
+    /// Animated cameras and groups.
+    std::size_t trackCount() const { return m_trackCount; }
     std::size_t cameraCount() const { return m_cameraCount; }
     std::size_t materialCount() const { return m_materialCount; }
 
@@ -41,6 +43,8 @@ private:
     std::uint32_t m_elementCount = 0;
     bool m_hasScene = false;
     std::size_t m_meshCount = 0;
+    std::size_t m_hairCount = 0;
+    std::size_t m_trackCount = 0;
     std::size_t m_cameraCount = 0;
     std::size_t m_materialCount = 0;
 };

@@ -100,15 +100,23 @@ std::string plural(std::size_t count, const char* noun)
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
 }
 
+/// ", 3 animations"; nothing where there are none.
+std::string mentioned(std::size_t count, const char* noun)
+{
+    return count > 0 ? ", " + plural(count, noun) : std::string();
+}
+
 void printSummary(const Options& options, const SceneStream& stream, double seconds,
                   const nlohmann::json& report)
 {
     const std::string summary = summaryOf(report);
-    std::fprintf(stderr, "wrote %s: %s, %s, %s, %s in %.0f ms%s\n",
+    std::fprintf(stderr, "wrote %s: %s, %s, %s%s%s, %s in %.0f ms%s\n",
                  options.output == "-" ? "standard output" : options.output.c_str(),
                  plural(stream.meshCount(), "mesh part").c_str(),
                  plural(stream.materialCount(), "material").c_str(),
                  plural(stream.cameraCount(), "camera").c_str(),
+                 mentioned(stream.trackCount(), "animation").c_str(),
+                 mentioned(stream.hairCount(), "hair shape").c_str(),
                  sizeText(stream.byteCount()).c_str(), seconds * 1e3, summary.c_str());
 }
 
@@ -117,10 +125,11 @@ bool writeReport(const Options& options, const SceneStream& stream, double secon
                  const nlohmann::json& importerReport, std::string& error)
 {
     const nlohmann::ordered_json report = {
-        {"scene", options.scene},          {"output", options.output},
-        {"bytes", stream.byteCount()},     {"milliseconds", seconds * 1e3},
-        {"meshParts", stream.meshCount()}, {"materials", stream.materialCount()},
-        {"cameras", stream.cameraCount()}, {"importer", importerReport}};
+        {"scene", options.scene},           {"output", options.output},
+        {"bytes", stream.byteCount()},      {"milliseconds", seconds * 1e3},
+        {"meshParts", stream.meshCount()},  {"materials", stream.materialCount()},
+        {"cameras", stream.cameraCount()},  {"animations", stream.trackCount()},
+        {"hairShapes", stream.hairCount()}, {"importer", importerReport}};
     auto file = platform::AtomicFile::create(options.reportFile, error);
     const auto text =
         report.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";

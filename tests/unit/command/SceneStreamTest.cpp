@@ -69,15 +69,19 @@ TEST(SceneStream, KnowsThatASceneWasOpened)
 
 TEST(SceneStream, CountsWhatWasWritten)
 {
-    const SceneStream stream =
-        passed("\n#define material \"wood\" {\n}\n#define object \"a\" {\n}\n"
-               "#define object \"b\" {\n}\nobject \"a\" {\n");
+    const std::string mesh = "geometry \"triangles\" {\n}\n}\n";
+    const std::string text = "\n#define material \"wood\" {\n}\n#define object \"a\" {\nid 1\n" +
+                             mesh + "#define object \"b\" {\nid 2\n" + mesh +
+                             "#define object \"s\" {\nid 3\ngeometry \"nurbs\" {\n}\n}\n"
+                             "\ngroup \"g\" {\nanimation \"g\" \"fbx_animation\" {\n}\n"
+                             "object \"a\" {\ngeometry \"instance\" {\n\"id\" 1,\n}\n}\n"
+                             "object \"\" {\n geometry \"orv_curves\" {\n}\n}\n}\n";
+    const SceneStream stream = passed(text);
     EXPECT_EQ(stream.meshCount(), 2u);
     EXPECT_EQ(stream.materialCount(), 1u);
-    EXPECT_EQ(stream.byteCount(),
-              std::string_view("\n#define material \"wood\" {\n}\n#define object \"a\" {\n}\n"
-                               "#define object \"b\" {\n}\nobject \"a\" {\n")
-                  .size());
+    EXPECT_EQ(stream.trackCount(), 1u);
+    EXPECT_EQ(stream.hairCount(), 1u);
+    EXPECT_EQ(stream.byteCount(), text.size());
 }
 
 TEST(SceneStream, SurvivesALineWithoutEnd)
