@@ -55,7 +55,7 @@ def main():
     subprocess.check_call(['cmake', '-S', ROOT, '-B', options.build, '-G', 'Ninja', '-DCMAKE_BUILD_TYPE=Release',
                            '-DORV_BENCH=ON'], stdout=subprocess.DEVNULL)
     subprocess.check_call(['cmake', '--build', options.build, '--target', 'maya_importer', 'bench_make_scene',
-                           'bench_load_obj', 'bench_empty_program', 'bench_read_rate'], stdout=subprocess.DEVNULL)
+                           'bench_load_obj', 'bench_empty_program', 'bench_read_rate', 'bench_tessellate'], stdout=subprocess.DEVNULL)
     program = lambda name: os.path.join(options.build, 'bin', name)
     folder = options.keep or tempfile.mkdtemp(prefix='vistrel-bench-')
     os.makedirs(folder, exist_ok=True)
@@ -109,6 +109,16 @@ def run(options, program, path):
     print('empty program %.2f ms, tiny scene %.2f ms' % (empty.seconds * 1e3, start.seconds * 1e3))
     bar('(e) tiny scene / empty program', start.seconds / empty.seconds, 10)
     sampling(options, program, path, convert)
+    tessellation(program)
+
+
+def tessellation(program):
+    """Triangles per second of surfaces, against evaluating a grid of the same density."""
+    rates = subprocess.check_output([program('bench_tessellate')], text=True)
+    print(rates, end='')
+    ratios = dict(line.split() for line in rates.splitlines() if line.startswith('ratio-'))
+    bar('(g) untrimmed tessellation / plain grid evaluation', float(ratios['ratio-untrimmed']), 0.5, at_least=True)
+    bar('(g) trimmed tessellation / plain grid evaluation', float(ratios['ratio-trimmed']), 0.1, at_least=True)
 
 
 def sampling(options, program, path, convert):
