@@ -2,11 +2,12 @@
 //
 //   animated_values [FOLDER]     without a folder: the one that ORV_CORPUS names
 //
-// Two kinds of files tell what is right: maya_usd/expected_*.json lists numbers of single nodes at
-// single frames; *.truth.json beside a scene, where it has tracks, the local transforms of nodes at
-// times, as an exporter wrote them. Exit status 1 when one differs by more than its file allows.
-// Scenes that cannot be opened are told and left out. Without a folder nothing is compared, which
-// is told and succeeds.
+// Three kinds of files tell what is right: infile_truth.jsonl lists values that a scene stores
+// beside the curve that feeds them, as of the frame at which it was saved; maya_usd/expected_*.json
+// numbers of single nodes at single frames; *.truth.json beside a scene, where it has tracks, the
+// local transforms of nodes at times, as an exporter wrote them. Exit status 1 when one differs by
+// more than its file allows. Scenes that cannot be opened are told and left out. Without a folder
+// nothing is compared, which is told and succeeds.
 #include "host/math/decompose.h"
 #include "host/math/quaternion.h"
 #include "host/math/units.h"
@@ -291,6 +292,41 @@ void compareTracks(const std::filesystem::path& file, Totals& totals)
     }
 }
 
+/// A value that the scene stores beside the curve that feeds it.
+void compareStored(const std::filesystem::path& folder, const Json& row, Totals& totals)
+{
+    Session session;
+    const std::string scene = row["scene"];
+    if (!open(session, folder / scene, totals)) {
+        return;
+    }
+    const std::string name = row["dest"];
+    const std::size_t dot = name.find('.');
+    const NodeId node = nodeOf(session, name.substr(0, dot));
+    const Plug plug = node != kNoNode ? session.findPlug(node, name.substr(dot + 1)) : Plug{};
+    if (!plug) {
+        compare(scene + " " + name + ": no such plug", {}, {0}, 0, totals);
+        return;
+    }
+    const bool isAngle = session.graph().attribute(plug.node, plug.attribute).kind ==
+                         host::AttributeKind::DoubleAngle;
+    const double found = session.number(plug, std::nan("")) * (isAngle ? kDegrees : 1);
+    compare(scene + " " + name, {found}, {std::stod(row["value"].get<std::string>())}, 1e-9,
+            totals);
+}
+
+void compareStoredValues(const std::filesystem::path& file, Totals& totals)
+{
+    std::ifstream stream(file);
+    for (std::string line; std::getline(stream, line);) {
+        const Json row = Json::parse(line);
+        if (row["kind"] == "driven" &&
+            row["source_type"].get<std::string>().starts_with("animCurve")) {
+            compareStored(file.parent_path(), row, totals);
+        }
+    }
+}
+
 } // namespace
 
 int programMain(int argc, char** argv)
@@ -310,6 +346,8 @@ int programMain(int argc, char** argv)
         const std::string name = file.filename().string();
         if (name.starts_with("expected_maya_usd") && name.ends_with(".json")) {
             compareExpectations(file, totals);
+        } else if (name == "infile_truth.jsonl") {
+            compareStoredValues(file, totals);
         } else if (name.ends_with(".truth.json")) {
             compareTracks(file, totals);
         }
