@@ -1,6 +1,7 @@
 #include "host/session/rotationCurves.h"
 
 #include "host/nodes/animation/keptCurve.h"
+#include "host/nodes/wholeNumber.h"
 
 #include <array>
 #include <map>
@@ -49,9 +50,9 @@ geometry::CurveKeys keysOf(const Graph& graph, NodeId curve)
     stored.timesAndValues = arrayOf(graph, curve, "keyTimeValue");
     stored.inTypes = arrayOf(graph, curve, "keyTanInType");
     stored.outTypes = arrayOf(graph, curve, "keyTanOutType");
-    stored.tangentType = static_cast<int>(storedNumber(graph, curve, "tangentType", 4));
-    stored.before = static_cast<int>(storedNumber(graph, curve, "preInfinity", 0));
-    stored.after = static_cast<int>(storedNumber(graph, curve, "postInfinity", 0));
+    stored.tangentType = nodes::wholeNumber(storedNumber(graph, curve, "tangentType", 4), 4);
+    stored.before = nodes::wholeNumber(storedNumber(graph, curve, "preInfinity", 0), 0);
+    stored.after = nodes::wholeNumber(storedNumber(graph, curve, "postInfinity", 0), 0);
     return nodes::curveKeys(stored, {.isTimed = true, .givesTime = false});
 }
 

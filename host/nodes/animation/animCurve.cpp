@@ -1,6 +1,7 @@
 // animCurve*: keys over time or over a number.
 #include "host/nodes/animation/animationNodes.h"
 #include "host/nodes/animation/keptCurve.h"
+#include "host/nodes/wholeNumber.h"
 
 #include <array>
 
@@ -29,7 +30,7 @@ constexpr std::array<std::string_view, 1> kOutputs{"output"};
 
 int whole(ComputeContext& context, std::size_t position, int fallback)
 {
-    return static_cast<int>(context.number(position, fallback));
+    return wholeNumber(context.number(position, fallback), fallback);
 }
 
 std::shared_ptr<const KeptCurve> prepare(ComputeContext& context, const CurveMeasure& measure)

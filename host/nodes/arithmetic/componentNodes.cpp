@@ -2,6 +2,7 @@
 // like. The inputs of a row stand in groups of three, the outputs are the three components.
 #include "host/math/power.h"
 #include "host/nodes/arithmetic/arithmeticNodes.h"
+#include "host/nodes/wholeNumber.h"
 
 #include <algorithm>
 #include <array>
@@ -66,7 +67,7 @@ bool holds(double first, double second, int operation)
 Expected<Value> condition(ComputeContext& context)
 {
     const bool isTrue =
-        holds(context.number(6, 0), context.number(7, 0), static_cast<int>(context.number(8, 0)));
+        holds(context.number(6, 0), context.number(7, 0), wholeNumber(context.number(8, 0), 0));
     return Value(isTrue ? part(context, 0, 0) : part(context, 3, 1));
 }
 
@@ -128,7 +129,7 @@ Expected<Value> multiplyDivide(ComputeContext& context)
 {
     const double first = part(context, 0, 0);
     const double second = part(context, 3, 1);
-    switch (static_cast<int>(context.number(6, 1))) {
+    switch (wholeNumber(context.number(6, 1), 1)) {
     case 0:
         return Value(first);
     case 2:

@@ -1,5 +1,6 @@
 // plusMinusAverage: sums, differences and means of lists of numbers, pairs and triples.
 #include "host/nodes/arithmetic/arithmeticNodes.h"
+#include "host/nodes/wholeNumber.h"
 
 #include <array>
 
@@ -17,7 +18,7 @@ enum Operation : int { kFirst = 0, kSum = 1, kDifference = 2, kAverage = 3 };
 
 Expected<Value> compute(ComputeContext& context)
 {
-    const int operation = static_cast<int>(context.number(kOperation, kSum));
+    const int operation = wholeNumber(context.number(kOperation, kSum), kSum);
     const std::size_t list = context.output();
     const std::vector<std::int32_t> indices = context.elementIndices(list);
     double result = 0;

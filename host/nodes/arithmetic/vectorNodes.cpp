@@ -1,6 +1,7 @@
 // Nodes of vectors and points: distanceBetween, pointMatrixMult, vectorProduct.
 #include "host/nodes/arithmetic/arithmeticNodes.h"
 #include "host/nodes/matrixValue.h"
+#include "host/nodes/wholeNumber.h"
 
 #include <array>
 
@@ -55,7 +56,7 @@ Expected<Value> vectorProduct(ComputeContext& context)
     const Matrix4 matrix = matrixOf(context.input(6));
     const bool isUnit = context.number(8, 0) != 0;
     Vec3d result = first;
-    switch (static_cast<int>(context.number(7, 1))) {
+    switch (wholeNumber(context.number(7, 1), 1)) {
     case 1: {
         if (isUnit) {
             first = normalized(first);
