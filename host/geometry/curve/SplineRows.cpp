@@ -2,6 +2,8 @@
 
 #include "host/geometry/curve/CurveEvaluator.h"
 
+#include <algorithm>
+
 namespace host::geometry {
 
 SplineRows rowsOf(const CurveData& curve)
@@ -45,8 +47,10 @@ CurveData curveOf(const SplineRows& rows, bool isRational, std::int32_t dimensio
 SplineRows unrolled(const SplineRows& rows, std::size_t before, std::size_t after)
 {
     const std::size_t period = rows.cvCount() - rows.order();
+    SplineRows plain = rows;
+    plain.form = SplineForm::Open;
     if (rows.form != SplineForm::Periodic || period == 0) {
-        return rows;
+        return plain;
     }
     SplineRows result{rows.degree, SplineForm::Open, rows.width, {}, {}};
     const double length = rows.end() - rows.start();
@@ -69,7 +73,8 @@ SplineRows unrolled(const SplineRows& rows, std::size_t before, std::size_t afte
         result.points.insert(result.points.end(), own,
                              own + static_cast<std::ptrdiff_t>(rows.width));
     }
-    return result;
+    // Knots that do not repeat themselves cannot be lengthened.
+    return std::is_sorted(result.knots.begin(), result.knots.end()) ? result : plain;
 }
 
 } // namespace host::geometry

@@ -30,7 +30,8 @@ SplineRows rowsOf(const CurveData& curve);
 CurveData curveOf(const SplineRows& rows, bool isRational, std::int32_t dimension = 3);
 
 /// The same rows without wrapping: those of a periodic direction lengthened by whole control points
-/// on both sides so that the domain reaches `before` and `after` spans further; others as they are.
+/// on both sides so that the domain reaches `before` and `after` spans further; others, and those
+/// whose knots do not repeat themselves, as they are.
 SplineRows unrolled(const SplineRows& rows, std::size_t before, std::size_t after);
 
 } // namespace host::geometry

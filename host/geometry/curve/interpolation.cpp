@@ -8,6 +8,9 @@
 namespace host::geometry {
 namespace {
 
+/// Coefficients of one system of equations beyond which none is solved.
+constexpr std::size_t kMaxBandNumbers = 1u << 24;
+
 void evaluateRow(const SplineRows& rows, const KnotVector& line, double u,
                  std::vector<HomogeneousPoint>& out)
 {
@@ -76,7 +79,8 @@ SplineRows resampled(const SplineRows& rows, const std::vector<double>& knots, s
     SplineRows result{degree, SplineForm::Open, rows.width, knots, {}};
     const KnotVector target(knots, degree, SplineForm::Open);
     const KnotVector source(rows.knots, rows.degree, SplineForm::Open);
-    if (rows.points.empty() || !target.isValid() || target.cvCount() > kMaxSplineCvs) {
+    if (rows.points.empty() || !source.isValid() || !target.isValid() ||
+        target.cvCount() > kMaxBandNumbers / (2 * static_cast<std::size_t>(degree) + 1)) {
         return result;
     }
     const double scale = (source.end() - source.start()) / (target.end() - target.start());
@@ -99,7 +103,8 @@ SplineRows throughGreville(const SplineRows& rows)
     SplineRows result{rows.degree, rows.form, rows.width, rows.knots, {}};
     const KnotVector line(rows.knots, rows.degree, SplineForm::Open);
     const std::vector<double> parameters = grevilleParameters(rows.knots, rows.degree);
-    if (!line.isValid() || parameters.size() != rows.cvCount()) {
+    if (!line.isValid() || parameters.size() != rows.cvCount() ||
+        parameters.size() > kMaxBandNumbers / (2 * rows.order() + 1)) {
         return result;
     }
     BandSystem system(parameters.size(), rows.order());

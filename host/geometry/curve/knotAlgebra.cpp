@@ -12,6 +12,9 @@ using Index = std::ptrdiff_t;
 void insertOnce(SplineRows& rows, double u)
 {
     const KnotVector line(rows.knots, rows.degree, SplineForm::Open);
+    if (!line.isValid()) {
+        return;
+    }
     const std::size_t k = line.findSpan(u);
     const std::size_t p = rows.order();
     // New control point i is a mixture of i - 1 and i, for the `degree` ones that reach the span.
@@ -98,6 +101,36 @@ void insertPeriodic(SplineRows& rows, double u, std::size_t times)
     rows.form = SplineForm::Periodic;
 }
 
+/// Where pieces begin and end, ascending.
+std::vector<double> cutsOf(const SplineRows& rows, std::span<const double> parameters)
+{
+    std::vector<double> cuts;
+    if (rows.points.empty()) {
+        return cuts;
+    }
+    const double tolerance = kKnotTolerance * (rows.end() - rows.start());
+    const bool isPeriodic = rows.form == SplineForm::Periodic && rows.cvCount() > rows.order();
+    for (const double u : parameters) {
+        const bool isInside = u > rows.start() + tolerance && u < rows.end() - tolerance;
+        const bool isSeam = isPeriodic && u >= rows.start() && u <= rows.end();
+        if (isInside || isSeam) {
+            cuts.push_back(isInside ? u : rows.start());
+        }
+    }
+    if (!isPeriodic) {
+        cuts.push_back(rows.start());
+        cuts.push_back(rows.end());
+    }
+    std::sort(cuts.begin(), cuts.end());
+    cuts.erase(std::unique(cuts.begin(), cuts.end(),
+                           [&](double a, double b) { return b - a <= tolerance; }),
+               cuts.end());
+    if (isPeriodic && !cuts.empty()) {
+        cuts.push_back(cuts.front() + (rows.end() - rows.start()));
+    }
+    return cuts;
+}
+
 } // namespace
 
 void insertKnot(SplineRows& rows, double u, std::size_t times)
@@ -128,9 +161,15 @@ SplineRows partOf(const SplineRows& rows, double from, double to)
     }
     part = wraps ? unrolled(rows, 0, rows.cvCount()) : rows;
     from = std::clamp(snapped(part, from), part.start(), part.end());
-    insertOpen(part, from, part.order());
     to = std::clamp(snapped(part, to), part.start(), part.end());
-    insertOpen(part, to, part.order());
+    if (from < to) {
+        insertOpen(part, from, part.order());
+        insertOpen(part, to, part.order());
+    }
+    if (!(from < to) || multiplicity(part, from) < part.order() ||
+        multiplicity(part, to) < part.order()) {
+        return {part.degree, SplineForm::Open, part.width, {}, {}};
+    }
     const std::size_t first = lastIndexOf(part, from);
     const auto last = static_cast<std::size_t>(
         std::lower_bound(part.knots.begin(), part.knots.end(), to) - part.knots.begin());
@@ -147,40 +186,20 @@ SplineRows clamped(const SplineRows& rows)
     return result;
 }
 
-std::vector<SplineRows> pieces(const SplineRows& rows, std::span<const double> parameters)
+std::size_t pieceCount(const SplineRows& rows, std::span<const double> parameters)
 {
-    std::vector<SplineRows> result;
-    if (rows.points.empty()) {
-        return result;
+    const std::size_t cuts = cutsOf(rows, parameters).size();
+    return rows.points.empty() ? 0 : std::max<std::size_t>(cuts, 2) - 1;
+}
+
+SplineRows piece(const SplineRows& rows, std::span<const double> parameters, std::size_t position)
+{
+    const std::vector<double> cuts = cutsOf(rows, parameters);
+    if (cuts.empty() && position == 0) {
+        return rows;
     }
-    const double tolerance = kKnotTolerance * (rows.end() - rows.start());
-    const bool isPeriodic = rows.form == SplineForm::Periodic && rows.cvCount() > rows.order();
-    std::vector<double> cuts;
-    for (const double u : parameters) {
-        const bool isInside = u > rows.start() + tolerance && u < rows.end() - tolerance;
-        const bool isSeam = isPeriodic && u >= rows.start() && u <= rows.end();
-        if (isInside || isSeam) {
-            cuts.push_back(isInside ? u : rows.start());
-        }
-    }
-    if (!isPeriodic) {
-        cuts.push_back(rows.start());
-        cuts.push_back(rows.end());
-    }
-    std::sort(cuts.begin(), cuts.end());
-    cuts.erase(std::unique(cuts.begin(), cuts.end(),
-                           [&](double a, double b) { return b - a <= tolerance; }),
-               cuts.end());
-    if (isPeriodic && !cuts.empty()) {
-        cuts.push_back(cuts.front() + (rows.end() - rows.start()));
-    }
-    for (std::size_t i = 0; i + 1 < cuts.size(); ++i) {
-        result.push_back(partOf(rows, cuts[i], cuts[i + 1]));
-    }
-    if (result.empty()) {
-        result.push_back(rows);
-    }
-    return result;
+    return position + 1 < cuts.size() ? partOf(rows, cuts[position], cuts[position + 1])
+                                      : SplineRows();
 }
 
 void reverse(SplineRows& rows)
@@ -210,9 +229,12 @@ void setDomain(SplineRows& rows, double start, double end)
     const double oldStart = rows.start();
     const double oldEnd = rows.end();
     for (double& knot : rows.knots) {
+        const double placed = start + (knot - oldStart) / (oldEnd - oldStart) * (end - start);
+        const bool isInside = knot >= oldStart && knot <= oldEnd;
         knot = knot == oldStart ? start
                : knot == oldEnd ? end
-                                : start + (knot - oldStart) / (oldEnd - oldStart) * (end - start);
+               : isInside       ? std::clamp(placed, start, end)
+                                : placed;
     }
 }
 

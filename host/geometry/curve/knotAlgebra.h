@@ -10,6 +10,8 @@ namespace host::geometry {
 /// Control points beyond this number are not made; an operation that would need more leaves its
 /// input as it is.
 inline constexpr std::size_t kMaxSplineCvs = 1u << 20;
+/// Insertions times control points that one operation may take.
+inline constexpr std::size_t kMaxInsertionWork = 1u << 28;
 
 /// Inserts the knot `u` of the domain up to `times` times (Boehm), never beyond multiplicity
 /// `degree`. A periodic spline stays periodic. Knots within `kKnotTolerance` of the domain's length
@@ -22,9 +24,12 @@ inline constexpr double kKnotTolerance = 1e-10;
 SplineRows partOf(const SplineRows& rows, double from, double to);
 /// All of it, clamped at both ends; a periodic one becomes closed.
 SplineRows clamped(const SplineRows& rows);
-/// The pieces between the parameters, in ascending order. A periodic spline is opened at the first:
-/// n parameters make n pieces, of an open one n + 1. Parameters at ends and outside do not count.
-std::vector<SplineRows> pieces(const SplineRows& rows, std::span<const double> parameters);
+/// How many pieces parameters cut a spline into: a periodic one is opened at the first, so that n
+/// parameters make n pieces; of an open one they make n + 1. Parameters at the ends of an open one
+/// and outside do not count.
+std::size_t pieceCount(const SplineRows& rows, std::span<const double> parameters);
+/// The piece at a position, in ascending order of parameters.
+SplineRows piece(const SplineRows& rows, std::span<const double> parameters, std::size_t position);
 
 /// Backwards over the same domain: the point at u is that which was at start + end - u.
 void reverse(SplineRows& rows);

@@ -9,6 +9,9 @@
 namespace host::geometry {
 namespace {
 
+/// Splines are not brought onto more common knots than this.
+constexpr std::size_t kMaxCommonKnots = 4096;
+
 std::vector<HomogeneousPoint> pointsAt(const SplineRows& rows, double u)
 {
     const KnotVector line(rows.knots, rows.degree, rows.form);
@@ -43,7 +46,29 @@ std::size_t spanCount(const SplineRows& rows)
     return std::max<std::size_t>(breaks, 2) - 1;
 }
 
-/// Inserts what the first has and the second has not.
+/// Every knot as often as the one of both that has it more often; knots that are nearly the same
+/// are.
+std::vector<double> unionOf(const std::vector<double>& a, const std::vector<double>& b)
+{
+    std::vector<double> both;
+    std::size_t i = 0;
+    std::size_t j = 0;
+    while (i < a.size() || j < b.size()) {
+        const bool hasBoth = i < a.size() && j < b.size();
+        if (hasBoth && std::fabs(a[i] - b[j]) <= kKnotTolerance) {
+            both.push_back(a[i]);
+            ++i;
+            ++j;
+        } else if (j == b.size() || (hasBoth && a[i] < b[j])) {
+            both.push_back(a[i++]);
+        } else {
+            both.push_back(b[j++]);
+        }
+    }
+    return both;
+}
+
+/// Inserts the knots that are wanted and not there.
 void insertMissing(SplineRows& rows, const std::vector<double>& knots)
 {
     for (std::size_t i = 0; i < knots.size();) {
@@ -160,7 +185,12 @@ SplineRows inBezierPieces(const SplineRows& rows)
     if (result.points.empty()) {
         return result;
     }
-    for (const double u : KnotVector(result.knots, result.degree, SplineForm::Open).breaks()) {
+    const auto breaks = KnotVector(result.knots, result.degree, SplineForm::Open).breaks();
+    const std::size_t insertions = breaks.size() * result.order();
+    if (insertions > kMaxInsertionWork / (result.points.size() * result.order())) {
+        return {};
+    }
+    for (const double u : breaks) {
         insertKnot(result, u, result.order());
     }
     return result;
@@ -194,24 +224,24 @@ bool makeCompatible(std::vector<SplineRows>& splines)
     if (splines.empty() || haveSameKnots(splines)) {
         return !splines.empty();
     }
-    std::size_t total = 0;
+    std::vector<double> knots;
     for (SplineRows& rows : splines) {
         rows = elevated(clamped(rows), degree);
-        total += rows.knots.size();
-        if (rows.points.empty() || total > kMaxRebuiltSpans) {
+        if (rows.points.empty() || knots.size() > kMaxCommonKnots) {
             return false;
         }
+        knots = unionOf(knots, rows.knots);
     }
-    SplineRows& first = splines.front();
-    for (const SplineRows& rows : splines) {
-        insertMissing(first, rows.knots);
+    if (knots.size() > kMaxCommonKnots ||
+        knots.size() * knots.size() > kMaxInsertionWork / splines.size()) {
+        return false;
     }
     for (SplineRows& rows : splines) {
-        insertMissing(rows, first.knots);
-        if (rows.knots.size() != first.knots.size()) {
+        insertMissing(rows, knots);
+        if (rows.knots.size() != knots.size()) {
             return false;
         }
-        rows.knots = first.knots;
+        rows.knots = knots;
     }
     return true;
 }

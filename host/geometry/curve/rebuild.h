@@ -18,7 +18,8 @@ SplineRows uniformKnotsKeepingPoints(const SplineRows& rows);
 SplineRows withKnotsOf(const SplineRows& rows, const SplineRows& model);
 /// Inner knots once each.
 SplineRows withSimpleKnots(const SplineRows& rows);
-/// All inner knots as often as the degree: Bezier pieces. Exactly the same curve.
+/// All inner knots as often as the degree: Bezier pieces. Exactly the same curve; no points where
+/// there would be too many.
 SplineRows inBezierPieces(const SplineRows& rows);
 
 void setRange(SplineRows& rows, KeptRange range, double start, double end);

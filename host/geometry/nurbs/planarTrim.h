@@ -32,6 +32,6 @@ struct TrimLoop {
 std::vector<std::shared_ptr<const TrimRegion>> regionsOf(std::vector<TrimLoop> loops);
 
 /// More curves than this are not taken.
-inline constexpr std::size_t kMaxTrimCurves = 1024;
+inline constexpr std::size_t kMaxTrimCurves = 512;
 
 } // namespace host::geometry

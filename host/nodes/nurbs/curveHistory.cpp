@@ -72,9 +72,8 @@ Expected<Value> computeDetach(ComputeContext& context)
     if (!context.isComplete() || curve == nullptr) {
         return Value();
     }
-    const auto parts = geometry::pieces(geometry::rowsOf(*curve), parameters);
-    const auto part = static_cast<std::size_t>(std::max(0, context.index()));
-    return part < parts.size() ? curveFrom(parts[part], *curve) : Value();
+    const auto position = static_cast<std::size_t>(std::max(0, context.index()));
+    return curveFrom(geometry::piece(geometry::rowsOf(*curve), parameters, position), *curve);
 }
 
 constexpr std::array<std::string_view, 7> kRebuildInputs{

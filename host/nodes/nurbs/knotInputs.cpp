@@ -12,7 +12,9 @@ namespace {
 using geometry::SplineRows;
 
 /// More knots than this are not inserted by one node.
-constexpr std::size_t kMaxInserted = 1u << 14;
+constexpr std::size_t kMaxInserted = 1u << 12;
+/// Of one knot.
+constexpr std::size_t kMostCopies = 64;
 
 geometry::KeptRange keptRange(int number)
 {
@@ -25,7 +27,7 @@ std::size_t countAt(const KnotInsertion& insertion, std::size_t position)
 {
     const auto& counts = insertion.counts;
     const double count = counts.empty() ? 1 : counts[std::min(position, counts.size() - 1)];
-    return count >= 1 ? static_cast<std::size_t>(std::min(count, 64.0)) : 0;
+    return count >= 1 ? static_cast<std::size_t>(std::min(count, double{kMostCopies})) : 0;
 }
 
 } // namespace
@@ -52,8 +54,9 @@ KnotInsertion readInsertion(ComputeContext& context, std::size_t first)
 void insert(SplineRows& rows, const KnotInsertion& insertion)
 {
     std::vector<double> at = insertion.parameters;
-    if (at.size() > kMaxInserted) {
-        at.resize(kMaxInserted);
+    const std::size_t most = geometry::kMaxInsertionWork / kMostCopies / rows.points.size();
+    if (at.size() > std::min(most, kMaxInserted)) {
+        at.resize(std::min(most, kMaxInserted));
     }
     if (insertion.isBetween) {
         std::sort(at.begin(), at.end());

@@ -100,10 +100,11 @@ Expected<Value> computeDetach(ComputeContext& context)
     if (!context.isComplete() || surface == nullptr) {
         return Value();
     }
-    const auto parts = geometry::pieces(geometry::rowsOf(*surface, direction), parameters);
-    const auto part = static_cast<std::size_t>(std::max(0, context.index()));
-    return part < parts.size() ? surfaceValue(geometry::surfaceOf(parts[part], *surface, direction))
-                               : Value();
+    const auto position = static_cast<std::size_t>(std::max(0, context.index()));
+    const SplineRows part =
+        geometry::piece(geometry::rowsOf(*surface, direction), parameters, position);
+    return part.points.empty() ? Value()
+                               : surfaceValue(geometry::surfaceOf(part, *surface, direction));
 }
 
 constexpr std::array<std::string_view, 10> kRebuildInputs{
