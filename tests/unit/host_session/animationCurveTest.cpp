@@ -1,5 +1,6 @@
 // Animated attributes of all kinds in whole scenes. Expectations are worked out by hand: straight
 // curves at fractions of their spans, cubic ones by their polynomials.
+#include "host/geometry/curve/CurveData.h"
 #include "host/geometry/mesh/MeshData.h"
 #include "host/geometry/mesh/normals.h"
 #include "host/math/units.h"
@@ -172,6 +173,35 @@ TEST_F(AnimationCurves, MovePointsOfMeshes)
     EXPECT_EQ(point(1), (host::Vec3d{1, 10, 0.25}));
     EXPECT_EQ(point(8), (host::Vec3d{2, 0, -2}));
     EXPECT_EQ(point(0), (host::Vec3d{0, 0, 0.5}));
+}
+
+TEST_F(AnimationCurves, MoveControlPoints)
+{
+    open("createNode transform -n \"a\"; createNode nurbsCurve -n \"s\" -p \"a\";"
+         "setAttr \".cc\" -type \"nurbsCurve\" 1 1 0 no 3 2 0 1 2 1 2 3 4 5 6;"
+         "setAttr \".tw\" yes; setAttr \".rtw\" yes;" +
+         straight("animCurveTL", "y", "1 0 11 10") + connect("y.o", "s.cp[1].yv"));
+    goTo(6);
+    const auto curve = session.curve(node("s"));
+    ASSERT_NE(curve, nullptr);
+    const std::size_t second = curve->stride();
+    EXPECT_EQ(curve->poles[second], 4);
+    EXPECT_EQ(curve->poles[second + 1], 5 + 5); // half of the way added to what is stored
+    EXPECT_EQ(curve->poles[1], 2);
+}
+
+TEST_F(AnimationCurves, AreSoughtThroughRingsOnce)
+{
+    open("createNode transform -n \"a\"; createNode transform -n \"b\";"
+         "createNode character -n \"c\"; createNode character -n \"d\";"
+         "createNode unitConversion -n \"u\"; createNode unitConversion -n \"v\";" +
+         connect("c.lv[0]", "d.lv[0]") + connect("d.lv[0]", "c.lv[0]") +
+         connect("c.lv[0]", "a.tx") + connect("u.o", "v.i") + connect("v.o", "u.i") +
+         connect("u.o", "b.tx"));
+    EXPECT_FALSE(session.isAnimated(node("a")));
+    EXPECT_FALSE(session.isAnimated(node("b")));
+    EXPECT_TRUE(std::isfinite(number("a", "tx")));
+    EXPECT_TRUE(std::isfinite(number("b", "tx")));
 }
 
 TEST_F(AnimationCurves, PassThroughCharactersAndMutes)
