@@ -361,7 +361,10 @@ std::optional<Value> Evaluator::fetchConnected(const Plug& plug, SlotId slotId)
     const Plug source = m_graph.connections()[m_graph.node(plug.node).slots[slotId].input].source;
     const SlotId sourceId = m_graph.findSlot(source);
     const Slot* slot = sourceId != kNoSlot ? &m_graph.node(source.node).slots[sourceId] : nullptr;
-    if (slot != nullptr && slot->isClean && m_passedOf.empty()) {
+    const bool isPassed =
+        !m_passedOf.empty() && (m_passedOf.count(keyOf(source.node, sourceId)) != 0 ||
+                                m_passedOf.count(keyOf(plug.node, slotId)) != 0);
+    if (slot != nullptr && slot->isClean && !isPassed) {
         const bool usesTime = slot->usesTime;
         Value value = convertValue(slot->value, m_graph.attribute(plug.node, plug.attribute).kind);
         if (!value.isEmpty()) {
