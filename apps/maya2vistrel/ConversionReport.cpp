@@ -72,10 +72,9 @@ std::string summaryOf(const json& importerReport)
         const char* many;
     };
     constexpr Row kRows[] = {
-        {"approximatedBy", "mesh approximated", "meshes approximated"},
-        {"missingBecauseOf", "mesh without geometry", "meshes without geometry"},
+        {"approximatedBy", "shape approximated", "shapes approximated"},
+        {"missingBecauseOf", "shape without geometry", "shapes without geometry"},
         {"damagedGeometry", "flaw in geometry", "flaws in geometry"},
-        {"shapesNotConverted", "shape not converted", "shapes not converted"},
         {"unknownNodeTypes", "node of unknown type", "nodes of unknown types"},
         {"uncomputedNodeTypes", "node type not computed", "node types not computed"},
         {"unknownStatements", "unknown statement", "unknown statements"},

@@ -128,6 +128,7 @@ std::string Session::report() const
 
     writeOutcomes(json, *m_graph, m_evaluation->shapes, "meshes", "mesh");
     writeOutcomes(json, *m_graph, m_evaluation->shapes, "surfaces", "nurbsSurface");
+    writeOutcomes(json, *m_graph, m_evaluation->shapes, "paintEffects", "pfxGeometry");
 
     for (const KindRow& row : kLists) {
         writeList(json, row, m_diagnostics.entries());
