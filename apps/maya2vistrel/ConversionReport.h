@@ -12,6 +12,6 @@ std::string temporaryReportPath();
 /// installed devkit) gives an empty object.
 nlohmann::json takeImporterReport(const std::string& path);
 
-/// "; 2 meshes approximated, 1 node of unknown type": what was approximated or dropped, by count;
+/// "; 2 shapes approximated, 1 node of unknown type": what was approximated or dropped, by count;
 /// empty when nothing was.
 std::string summaryOf(const nlohmann::json& importerReport);
