@@ -1,5 +1,7 @@
 #include "host/geometry/tessellation/SurfaceMeshBuilder.h"
 
+#include "host/geometry/tessellation/creases.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -59,10 +61,20 @@ void SurfaceMeshBuilder::addGrid(const GridLines& lines, bool swapsEdges)
     m_mesh.indices.reserve(m_mesh.indices.size() + 6 * lines.cellCount());
     const auto first = static_cast<std::uint32_t>(vertexCount());
     std::vector<SurfacePoint> points(std::min(kBlockLines, lines.us.size()) * width);
+    const std::vector<double> normalUs = normalParameters(lines.us);
+    const std::vector<double> normalVs = normalParameters(lines.vs);
+    const bool hasCreases = normalUs != lines.us || normalVs != lines.vs;
+    std::vector<Vec3d> places(hasCreases ? points.size() : 0);
     for (std::size_t i = 0; i < lines.us.size(); i += kBlockLines) {
         const auto us = std::span(lines.us).subspan(i, std::min(kBlockLines, lines.us.size() - i));
-        m_sheet.block(us, lines.vs, std::span(points).first(us.size() * width));
-        for (std::size_t k = 0; k < us.size() * width; ++k) {
+        const std::size_t count = us.size() * width;
+        m_sheet.block(std::span(normalUs).subspan(i, us.size()), normalVs,
+                      std::span(points).first(count));
+        if (hasCreases) {
+            m_sheet.positions(us, lines.vs, std::span(places).first(count));
+        }
+        for (std::size_t k = 0; k < count; ++k) {
+            points[k].position = hasCreases ? places[k] : points[k].position;
             addVertex(points[k], us[k / width], lines.vs[k % width]);
         }
     }

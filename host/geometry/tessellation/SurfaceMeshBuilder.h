@@ -24,7 +24,8 @@ public:
     /// The corners (u, v), (u', v), (u, v'), (u', v') of a cell.
     void addCell(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d,
                  bool swapsEdges);
-    /// Every point of the lines, and two triangles per cell.
+    /// Every point of the lines, and two triangles per cell; lines that are twice have the normals
+    /// of their sides.
     void addGrid(const GridLines& lines, bool swapsEdges);
     std::size_t triangleCount() const { return m_mesh.indices.size() / 3; }
 

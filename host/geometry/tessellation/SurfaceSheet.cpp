@@ -126,7 +126,7 @@ void SurfaceSheet::findSeams(std::span<const double> us, std::span<const double>
 }
 
 /// Replaces a position on the edge of the domain by the one that stands for it.
-void SurfaceSheet::settle(double u, double v, SurfacePoint& point) const
+void SurfaceSheet::settle(double u, double v, Vec3d& position) const
 {
     const bool isEndU = u >= m_evaluator.endU();
     const bool isEndV = v >= m_evaluator.endV();
@@ -142,14 +142,14 @@ void SurfaceSheet::settle(double u, double v, SurfacePoint& point) const
         placeV = m_evaluator.startV();
     }
     if (placeU != u || placeV != v) {
-        point.position = m_evaluator.point(placeU, placeV);
+        position = m_evaluator.point(placeU, placeV);
     }
 }
 
 SurfacePoint SurfaceSheet::at(double u, double v) const
 {
     SurfacePoint point = m_evaluator.evaluate(u, v);
-    settle(u, v, point);
+    settle(u, v, point.position);
     return point;
 }
 
@@ -161,8 +161,19 @@ void SurfaceSheet::block(std::span<const double> us, std::span<const double> vs,
         const bool isEdge = us[i] <= m_evaluator.startU() || us[i] >= m_evaluator.endU();
         for (std::size_t k = 0; k < vs.size(); ++k) {
             if (isEdge || vs[k] <= m_evaluator.startV() || vs[k] >= m_evaluator.endV()) {
-                settle(us[i], vs[k], points[i * vs.size() + k]);
+                settle(us[i], vs[k], points[i * vs.size() + k].position);
             }
+        }
+    }
+}
+
+void SurfaceSheet::positions(std::span<const double> us, std::span<const double> vs,
+                             std::span<Vec3d> points) const
+{
+    m_evaluator.pointGrid(us, vs, points);
+    for (std::size_t i = 0; i < us.size(); ++i) {
+        for (std::size_t k = 0; k < vs.size(); ++k) {
+            settle(us[i], vs[k], points[i * vs.size() + k]);
         }
     }
 }

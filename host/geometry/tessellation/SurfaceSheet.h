@@ -21,9 +21,11 @@ public:
     double lengthV() const { return m_lengthV; }
 
     SurfacePoint at(double u, double v) const;
-    /// The points (us[i], vs[k]), v running fastest.
+    /// The points (us[i], vs[k]), v running fastest; and their positions alone.
     void block(std::span<const double> us, std::span<const double> vs,
                std::span<SurfacePoint> points) const;
+    void positions(std::span<const double> us, std::span<const double> vs,
+                   std::span<Vec3d> points) const;
 
     /// Points that opposite edges, or all points of an edge, may be apart and still count as one;
     /// in diagonals of the box.
@@ -32,7 +34,7 @@ public:
 private:
     void measure();
     void findSeams(std::span<const double> us, std::span<const double> vs);
-    void settle(double u, double v, SurfacePoint& point) const;
+    void settle(double u, double v, Vec3d& position) const;
 
     SurfaceEvaluator m_evaluator;
     double m_size = 0;

@@ -4,6 +4,7 @@ list(APPEND SOURCES
     tessellation/SurfaceMeshBuilder.cpp
     tessellation/SurfaceSheet.cpp
     tessellation/TrimGrid.cpp
+    tessellation/creases.cpp
     tessellation/insertionOrder.cpp
     tessellation/keptEdges.cpp
     tessellation/tessellate.cpp

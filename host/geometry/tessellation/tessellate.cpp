@@ -1,5 +1,6 @@
 #include "host/geometry/tessellation/tessellate.h"
 
+#include "host/geometry/tessellation/creases.h"
 #include "host/geometry/tessellation/trimTessellation.h"
 
 #include <algorithm>
@@ -51,7 +52,7 @@ Tessellation tessellate(const SurfaceData& surface, const TessellationSettings& 
     }
     SurfaceMeshBuilder builder(sheet);
     if (!surface.isTrimmed()) {
-        builder.addGrid(lines, settings.swapsEdges);
+        builder.addGrid(withCreases(sheet, lines, settings.maxTriangles), settings.swapsEdges);
         if (settings.isOpposite) {
             builder.flip(0, 0);
         }

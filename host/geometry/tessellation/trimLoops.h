@@ -14,7 +14,7 @@ struct TrimLoop {
 };
 
 /// Points of the boundaries of one surface, beyond what their curves' control points ask for.
-inline constexpr std::size_t kMaxTrimPoints = std::size_t{1} << 21;
+inline constexpr std::size_t kMaxTrimPoints = std::size_t{1} << 19;
 /// Halvings of one piece of a trim curve between two breaks.
 inline constexpr int kMaxTrimHalvings = 12;
 /// Gap between two edges that is closed by a straight line, in diagonals of the domain.

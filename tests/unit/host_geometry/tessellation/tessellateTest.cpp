@@ -202,6 +202,30 @@ TEST(Tessellate, ATwistedQuadIsCut)
     EXPECT_NEAR(fine, area, 0.0005);
 }
 
+TEST(Tessellate, CreasesHaveTheNormalsOfBothSides)
+{
+    // A roof over the line x = 1, slopes of 45 degrees, two units deep; v along the ridge.
+    SurfaceData roof = test::plane(1, 1);
+    roof.knotsU = {0, 1, 2};
+    roof.poles = {0, 0, 0, 0, 2, 0, 1, 0, 1, 1, 2, 1, 2, 0, 0, 2, 2, 0};
+    const RenderMesh mesh = meshOf(roof);
+    EXPECT_EQ(mesh.indices.size() / 3, 4U);
+    EXPECT_EQ(mesh.positions.size(), 8U);
+    EXPECT_EQ(openEdges(mesh), 6U); // closed along the ridge
+    const float half = static_cast<float>(std::sqrt(0.5));
+    for (std::size_t i = 0; i < mesh.indices.size(); ++i) {
+        const Vec3f normal = mesh.normals[mesh.indices[i]];
+        // Each triangle's three normals are its plane's.
+        const Vec3d plane = normalized(test::areaVector(mesh, i - i % 3));
+        EXPECT_NEAR(normal.x, plane.x, 1e-5);
+        EXPECT_NEAR(std::fabs(normal.x), half, 1e-5);
+        EXPECT_NEAR(normal.z, half, 1e-5);
+    }
+    // The same knots without a bend: one vertex a point.
+    roof.poles[8] = roof.poles[11] = 0;
+    EXPECT_EQ(meshOf(roof).positions.size(), 6U);
+}
+
 TEST(Tessellate, ExplicitNumbersAreKept)
 {
     TessellationSettings settings = byChord(kNoTolerance);
