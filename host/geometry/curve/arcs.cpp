@@ -12,6 +12,9 @@ namespace {
 
 using std::numbers::pi;
 
+/// Which leaves a gap below 1e-10 of the radius.
+constexpr std::int32_t kMostSectionsByTolerance = 256;
+
 HomogeneousPoint onCircle(double angle, double radius = 1)
 {
     const SineCosine turn = sineCosine(angle);
@@ -125,12 +128,9 @@ SplineRows exactArc(double start, double end)
 std::int32_t sectionsWithin(double tolerance, double radius, double sweep)
 {
     std::int32_t sections = 4;
-    while (sections < kMaxSections / 2 &&
+    while (sections < kMostSectionsByTolerance &&
            !(gapOf(sweep / sections) * std::fabs(radius) <= tolerance)) {
         sections *= 2;
-        if (sections >= 256) {
-            break; // the gap is below 1e-10 of the radius
-        }
     }
     return sections;
 }

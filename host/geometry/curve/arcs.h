@@ -22,9 +22,8 @@ SplineRows nearArc(double start, double end, std::int32_t sections, std::int32_t
 /// parameter long; closed when it is a full turn.
 SplineRows exactArc(double start, double end);
 
-/// How many sections keep `nearArc` of a radius within `tolerance` of the circle, at least
-/// `sections`: the first power of two times four that does. Tolerances that are not positive count
-/// as the smallest that can be met.
+/// How many sections keep `nearArc` of a radius and sweep within `tolerance` of the circle: the
+/// first of 4, 8, 16, .. 256 that does, else 256.
 std::int32_t sectionsWithin(double tolerance, double radius, double sweep);
 
 /// Orthogonal unit vectors: `axis`, `x` and `y` = axis x x, those of the world turned so that +y

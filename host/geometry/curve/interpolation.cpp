@@ -1,6 +1,7 @@
 #include "host/geometry/curve/interpolation.h"
 
 #include "host/geometry/curve/BandSystem.h"
+#include "host/geometry/curve/CurveEvaluator.h"
 #include "host/geometry/curve/knotAlgebra.h"
 
 #include <algorithm>
@@ -116,6 +117,22 @@ SplineRows throughGreville(const SplineRows& rows)
         result.points = std::move(sides);
     }
     return result;
+}
+
+SplineRows offset(const SplineRows& curve, const Vec3d& normal, double distance)
+{
+    SplineRows moved = clamped(curve);
+    const CurveEvaluator evaluator(curveOf(moved, true));
+    if (!evaluator.isValid()) {
+        return {};
+    }
+    const std::vector<double> parameters = grevilleParameters(moved.knots, moved.degree);
+    for (std::size_t i = 0; i < parameters.size(); ++i) {
+        const CurvePoint here = evaluator.evaluate(parameters[i]);
+        const Vec3d away = normalized(cross(here.first, normal));
+        moved.points[i] = homogeneous(here.position + away * distance, 1);
+    }
+    return throughGreville(moved);
 }
 
 SplineRows elevated(const SplineRows& rows, std::int32_t degree)

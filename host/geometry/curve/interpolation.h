@@ -23,6 +23,10 @@ SplineRows resampled(const SplineRows& rows, const std::vector<double>& knots, s
 /// points when the equations have no solution.
 SplineRows throughGreville(const SplineRows& rows);
 
+/// A curve at a distance in the plane across `normal`: its Greville points moved along tangent x
+/// normal, and the curve of the same knots through them. Exact for straight lines, near for others.
+SplineRows offset(const SplineRows& curve, const Vec3d& normal, double distance);
+
 /// The same spline with a higher degree; clamped.
 SplineRows elevated(const SplineRows& rows, std::int32_t degree);
 

@@ -186,12 +186,6 @@ SplineRows clamped(const SplineRows& rows)
     return result;
 }
 
-std::size_t pieceCount(const SplineRows& rows, std::span<const double> parameters)
-{
-    const std::size_t cuts = cutsOf(rows, parameters).size();
-    return rows.points.empty() ? 0 : std::max<std::size_t>(cuts, 2) - 1;
-}
-
 SplineRows piece(const SplineRows& rows, std::span<const double> parameters, std::size_t position)
 {
     const std::vector<double> cuts = cutsOf(rows, parameters);

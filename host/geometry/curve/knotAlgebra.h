@@ -24,11 +24,10 @@ inline constexpr double kKnotTolerance = 1e-10;
 SplineRows partOf(const SplineRows& rows, double from, double to);
 /// All of it, clamped at both ends; a periodic one becomes closed.
 SplineRows clamped(const SplineRows& rows);
-/// How many pieces parameters cut a spline into: a periodic one is opened at the first, so that n
-/// parameters make n pieces; of an open one they make n + 1. Parameters at the ends of an open one
-/// and outside do not count.
-std::size_t pieceCount(const SplineRows& rows, std::span<const double> parameters);
-/// The piece at a position, in ascending order of parameters.
+/// The piece at a position, in ascending order, of those into which parameters cut a spline: a
+/// periodic one is opened at the first, so that n parameters make n pieces; of an open one they
+/// make n + 1. Parameters at the ends of an open one and outside do not count. No points where
+/// there are fewer pieces.
 SplineRows piece(const SplineRows& rows, std::span<const double> parameters, std::size_t position);
 
 /// Backwards over the same domain: the point at u is that which was at start + end - u.

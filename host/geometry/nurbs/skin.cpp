@@ -234,6 +234,9 @@ SurfaceData extruded(const SplineRows& profile, const SplineRows& path,
         return {};
     }
     const CurveEvaluator along(curveOf(path, true));
+    if (!along.isValid()) {
+        return {};
+    }
     const bool isPlain = !options.turns && options.rotation == 0 && options.scale == 1;
     if (isPlain) {
         const Vec3d origin = options.movesToPath ? options.pivot : along.point(along.start());

@@ -38,6 +38,7 @@ constinit const std::array kNurbsNodes{
     &kNurbsCurve,
     &kNurbsCurveToBezier,
     &kNurbsSurface,
+    &kOffsetCurve,
     &kOffsetSurface,
     &kPlanarTrimSurface,
     &kPointOnCurveInfo,

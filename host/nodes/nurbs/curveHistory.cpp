@@ -1,5 +1,6 @@
 // Nodes that make a curve of a curve: attachCurve, detachCurve, rebuildCurve, insertKnotCurve,
-// reverseCurve, subCurve, closeCurve, and the conversions between Bezier and NURBS curves.
+// reverseCurve, subCurve, closeCurve, offsetCurve, and the conversions between Bezier and NURBS
+// curves.
 #include "host/nodes/nurbs/knotInputs.h"
 #include "host/nodes/nurbs/nurbsTypes.h"
 #include "host/nodes/nurbs/splineInputs.h"
@@ -164,6 +165,22 @@ Expected<Value> computeClose(ComputeContext& context)
                      *curve);
 }
 
+constexpr std::array<std::string_view, 5> kOffsetInputs{"inputCurve", "distance", "normalX",
+                                                        "normalY", "normalZ"};
+
+Expected<Value> computeOffset(ComputeContext& context)
+{
+    const SharedCurve curve = curveInput(context, 0);
+    const double distance = context.number(1, 1);
+    const Vec3d normal = vectorInput(context, 2, {0, 1, 0});
+    if (!context.isComplete() || curve == nullptr || context.index() > 0) {
+        return Value();
+    }
+    context.noteUncomputed(); // near the true offset, one curve without cut loops
+    const SplineRows moved = geometry::offset(geometry::rowsOf(*curve), normal, distance);
+    return moved.points.empty() ? Value() : curveValue(geometry::curveOf(moved, false));
+}
+
 Expected<Value> computeToBezier(ComputeContext& context)
 {
     const SharedCurve curve = curveInput(context, 0);
@@ -201,6 +218,8 @@ constinit const NodeCompute kSubCurve{
     .type = "subCurve", .inputs = kSubInputs, .outputs = kOutputs, .compute = computeSub};
 constinit const NodeCompute kCloseCurve{
     .type = "closeCurve", .inputs = kCloseInputs, .outputs = kOutputs, .compute = computeClose};
+constinit const NodeCompute kOffsetCurve{
+    .type = "offsetCurve", .inputs = kOffsetInputs, .outputs = kOutputs, .compute = computeOffset};
 constinit const NodeCompute kNurbsCurveToBezier{.type = "nurbsCurveToBezier",
                                                 .inputs = kReverseInputs,
                                                 .outputs = kOutputs,

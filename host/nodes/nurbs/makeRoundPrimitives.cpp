@@ -3,7 +3,9 @@
 #include "host/nodes/nurbs/splineInputs.h"
 
 #include "host/geometry/curve/arcs.h"
+#include "host/geometry/nurbs/SurfaceEvaluator.h"
 #include "host/geometry/nurbs/primitives.h"
+#include "host/geometry/nurbs/surfaceAlgebra.h"
 
 #include <array>
 #include <numbers>
@@ -19,7 +21,8 @@ constexpr std::array<std::string_view, 16> kInputs{
     "pivotX",       "pivotY",     "pivotZ",      "axisX",     "axisY",    "axisZ",
     "radius",       "startSweep", "endSweep",    "degree",    "sections", "spans",
     "useTolerance", "tolerance",  "heightRatio", "minorSweep"};
-constexpr std::array<std::string_view, 1> kOutputs{"outputSurface"};
+constexpr std::array<std::string_view, 3> kOutputs{"outputSurface", "bottomCapCurve",
+                                                   "topCapCurve"};
 enum Position : std::size_t {
     kPivot = 0,
     kAxis = 3,
@@ -57,11 +60,22 @@ RoundPrimitive readPrimitive(ComputeContext& context, std::int32_t usualSpans)
     return primitive;
 }
 
+/// The surface, or the circle at the start or end of its profile.
+Value outputOf(SurfaceData surface, std::size_t output)
+{
+    const geometry::SurfaceEvaluator evaluator(surface);
+    if (output == 0 || !evaluator.isValid()) {
+        return output == 0 ? surfaceValue(std::move(surface)) : Value();
+    }
+    const double u = output == 1 ? evaluator.startU() : evaluator.endU();
+    return curveValue(geometry::isoparametricCurve(surface, geometry::SurfaceDirection::U, u));
+}
+
 template<SurfaceData (*make)(const RoundPrimitive&), std::int32_t usualSpans>
 Expected<Value> compute(ComputeContext& context)
 {
     const RoundPrimitive primitive = readPrimitive(context, usualSpans);
-    return context.isComplete() ? surfaceValue(make(primitive)) : Value();
+    return context.isComplete() ? outputOf(make(primitive), context.output()) : Value();
 }
 
 } // namespace

@@ -25,6 +25,7 @@ extern const NodeCompute kInsertKnotCurve;
 extern const NodeCompute kReverseCurve;
 extern const NodeCompute kSubCurve;
 extern const NodeCompute kCloseCurve;
+extern const NodeCompute kOffsetCurve;
 extern const NodeCompute kNurbsCurveToBezier;
 extern const NodeCompute kBezierCurveToNurbs;
 

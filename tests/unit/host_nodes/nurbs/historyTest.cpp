@@ -95,6 +95,17 @@ TEST(CurveHistory, ClosesCurves)
     EXPECT_EQ(ring.form, SplineForm::Closed);
 }
 
+TEST(CurveHistory, OffsetsALineAcrossTheNormal)
+{
+    ToyContext context(host::nodes::kOffsetCurve);
+    context.values["inputCurve"] = lineValue({0, 0, 0}, {4, 0, 0});
+    context.set("distance", 3);
+    // x x y = z.
+    expectNear(pointOf(curveFrom(context.compute("outputCurve", 0)), 1), {4, 0, 3});
+    EXPECT_TRUE(context.compute("outputCurve", 1).isEmpty());
+    EXPECT_EQ(context.timesUncomputed, 1U);
+}
+
 TEST(SurfaceHistory, CountsDirectionsAsItsNodesDo)
 {
     // detachSurface and insertKnotSurface: 1 is u; reverseSurface: 0 is u.

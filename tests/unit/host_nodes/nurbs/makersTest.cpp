@@ -65,6 +65,15 @@ TEST(MakeNurbCylinderAndCone, SweepPartsOfATurn)
     }
 }
 
+TEST(MakeNurbCylinder, GivesTheCirclesOfItsCaps)
+{
+    ToyContext context(host::nodes::kMakeNurbCylinder);
+    context.setVector("axis", 0, 1, 0);
+    context.set("radius", 3);
+    expectNear(pointOf(curveFrom(context.compute("bottomCapCurve")), 2), {0, -3, 3});
+    expectNear(pointOf(curveFrom(context.compute("topCapCurve")), 4), {-3, 3, 0});
+}
+
 TEST(MakeNurbPlaneAndCube, HaveTheirSizes)
 {
     ToyContext plane(host::nodes::kMakeNurbPlane);
