@@ -33,7 +33,7 @@ void settle(InputEntry& input, NodeType type, const TypeComputes& computes)
     const Attribute row = type.attribute(input.attribute);
     input.initial = row.initial;
     for (AttributeIndex at = input.attribute; at != kNoAttribute; at = type.attribute(at).parent) {
-        input.ways |= bitOf(at);
+        input.ways.add(at);
     }
     input.isPlainNumber = isNumeric(row.kind) && !row.isMulti && !type.isA("time") &&
                           !computes.isResult[input.attribute] &&
@@ -72,7 +72,7 @@ void ComputeTable::resolve(NodeType type, TypeComputes& result) const
         }
         auto inputs = std::make_unique<std::vector<InputEntry>>();
         for (const std::string_view name : row->inputs) {
-            inputs->push_back({type.findAttribute(name)});
+            inputs->emplace_back().attribute = type.findAttribute(name);
             takesGeometry |= isGeometryInput(name);
         }
         for (std::size_t output = 0; output < row->outputs.size(); ++output) {

@@ -4,6 +4,7 @@
 #include "host/types/ComputeContext.h"
 #include "host/types/NodeType.h"
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -12,19 +13,37 @@
 
 namespace host::eval {
 
+/// A set of attributes in 128 bits, one for every 128th: what has no bit in it is not in the set.
+/// That many keep the channels of transforms apart from everything else that their matrix needs.
+class AttributeBits {
+public:
+    void add(AttributeIndex attribute) { m_words[wordOf(attribute)] |= bitOf(attribute); }
+    bool mayHave(AttributeIndex attribute) const
+    {
+        return (m_words[wordOf(attribute)] & bitOf(attribute)) != 0;
+    }
+    bool mayMeet(const AttributeBits& other) const
+    {
+        return ((m_words[0] & other.m_words[0]) | (m_words[1] & other.m_words[1])) != 0;
+    }
+    bool isEmpty() const { return (m_words[0] | m_words[1]) == 0; }
+
+private:
+    static constexpr std::size_t wordOf(AttributeIndex attribute) { return attribute / 64 % 2; }
+    static constexpr std::uint64_t bitOf(AttributeIndex attribute)
+    {
+        return std::uint64_t{1} << (attribute % 64);
+    }
+    std::array<std::uint64_t, 2> m_words{};
+};
+
 /// One input of a computation, for one type.
 struct InputEntry {
     AttributeIndex attribute = kNoAttribute; ///< the type may not have it
     double initial = 0;
     bool isPlainNumber = false; ///< without a connection it is what is stored, else `initial`
-    std::uint64_t ways = 0;     ///< bits of itself and of the compounds around it, see bitOf
+    AttributeBits ways;         ///< itself and the compounds around it
 };
-
-/// One of 64 bits for an attribute: what has not the bit is another attribute.
-constexpr std::uint64_t bitOf(AttributeIndex attribute)
-{
-    return std::uint64_t{1} << (attribute % 64);
-}
 
 /// What computes one attribute of a type.
 struct OutputEntry {

@@ -83,17 +83,17 @@ public:
     bool isConnected(std::size_t position) override
     {
         const InputEntry& entry = (*m_entry.inputs)[position];
-        return (m_inputs.connected & entry.ways) != 0 &&
+        return m_inputs.connected.mayMeet(entry.ways) &&
                sourceOf(m_evaluator.m_graph, {m_plug.node, entry.attribute, kNoSlot, -1});
     }
 
     double number(std::size_t position, double fallback) override
     {
         const InputEntry& entry = (*m_entry.inputs)[position];
-        if ((m_inputs.connected & entry.ways) != 0 || !entry.isPlainNumber) {
+        if (m_inputs.connected.mayMeet(entry.ways) || !entry.isPlainNumber) {
             return input(position).number(fallback);
         }
-        if ((m_inputs.present & bitOf(entry.attribute)) == 0) {
+        if (!m_inputs.present.mayHave(entry.attribute)) {
             return entry.initial;
         }
         const SlotId slot =
@@ -122,7 +122,7 @@ public:
     std::vector<std::int32_t> connectedIndices(std::size_t position,
                                                std::span<const std::int32_t> outer) override
     {
-        const Plug plug = m_inputs.connected == 0 ? Plug{} : plugInside(position, outer);
+        const Plug plug = m_inputs.connected.isEmpty() ? Plug{} : plugInside(position, outer);
         return plug ? m_evaluator.connectedElementsOf(plug) : std::vector<std::int32_t>();
     }
 
@@ -314,10 +314,14 @@ const Evaluator::NodeInputs& Evaluator::inputsOf(NodeId node)
     if (inputs.round == round && inputs.slotCount == slots.size()) {
         return inputs;
     }
-    inputs = {round, slots.size()};
+    inputs = NodeInputs{};
+    inputs.round = round;
+    inputs.slotCount = slots.size();
     for (const Slot& slot : slots) {
-        inputs.present |= bitOf(slot.attribute);
-        inputs.connected |= slot.input != kNoConnection ? bitOf(slot.attribute) : 0;
+        inputs.present.add(slot.attribute);
+        if (slot.input != kNoConnection) {
+            inputs.connected.add(slot.attribute);
+        }
     }
     return inputs;
 }

@@ -54,8 +54,8 @@ private:
     struct NodeInputs {
         std::uint32_t round = 0; ///< of the graph's connections, plus 1
         std::size_t slotCount = 0;
-        std::uint64_t connected = 0; ///< bits of attributes, see bitOf
-        std::uint64_t present = 0;
+        AttributeBits connected;
+        AttributeBits present;
     };
     struct Frame {
         graph::Plug plug;
