@@ -79,7 +79,14 @@ std::size_t lastIndexOf(const SplineRows& rows, double knot)
     return static_cast<std::size_t>(above - rows.knots.begin()) - 1;
 }
 
-void insertPeriodic(SplineRows& rows, double u, std::size_t times)
+/// True where `cropped` finds what it is to take, from the span after knot `first` to knot `last`.
+bool canCrop(const SplineRows& rows, std::size_t first, std::size_t last)
+{
+    return first + 1 >= rows.order() && last > first && last + rows.order() <= rows.knots.size();
+}
+
+/// False, and nothing done, for rows whose knots do not repeat themselves.
+bool insertPeriodic(SplineRows& rows, double u, std::size_t times)
 {
     const double start = rows.start();
     const double end = rows.end();
@@ -97,8 +104,12 @@ void insertPeriodic(SplineRows& rows, double u, std::size_t times)
     }
     const std::size_t first = lastIndexOf(wide, start);
     const std::size_t last = lastIndexOf(wide, end);
+    if (wide.knots.size() <= rows.knots.size() + 2 * times || !canCrop(wide, first, last)) {
+        return false;
+    }
     rows = cropped(wide, first + 1 - rows.order(), last - first + rows.order());
     rows.form = SplineForm::Periodic;
+    return true;
 }
 
 /// Where pieces begin and end, ascending.
@@ -140,9 +151,9 @@ void insertKnot(SplineRows& rows, double u, std::size_t times)
         return;
     }
     const double knot = std::clamp(snapped(rows, u), rows.start(), rows.end());
-    if (rows.form == SplineForm::Periodic && rows.cvCount() > rows.order()) {
-        insertPeriodic(rows, knot, times);
-    } else {
+    const bool wraps = rows.form == SplineForm::Periodic && rows.cvCount() > rows.order();
+    if (!wraps || !insertPeriodic(rows, knot, times)) {
+        rows.form = wraps ? SplineForm::Closed : rows.form;
         insertOpen(rows, knot, times);
     }
 }
@@ -173,7 +184,9 @@ SplineRows partOf(const SplineRows& rows, double from, double to)
     const std::size_t first = lastIndexOf(part, from);
     const auto last = static_cast<std::size_t>(
         std::lower_bound(part.knots.begin(), part.knots.end(), to) - part.knots.begin());
-    return cropped(part, first + 1 - part.order(), last - first + part.order());
+    return canCrop(part, first, last)
+               ? cropped(part, first + 1 - part.order(), last - first + part.order())
+               : SplineRows{part.degree, SplineForm::Open, part.width, {}, {}};
 }
 
 SplineRows clamped(const SplineRows& rows)
