@@ -106,7 +106,16 @@ private:
     Sample sampleAt(const CurveEvaluator& curve, double t);
     bool takePoint();
     bool mustSplit(const CurveEvaluator& curve, const Sample& a, const Sample& b);
-    void join(Places& piece, bool isBridged, Places& chain, bool& isSecond, bool& isOpen) const;
+    /// The pieces of a boundary so far.
+    struct Chain {
+        Places places;
+        int pieces = 0;
+        bool isBridged = false; ///< an edge is missing since the last piece
+        bool hasBridges = false;
+        bool isOpen = false;
+    };
+    void join(Places& piece, Chain& chain) const;
+    void addEdge(const TrimEdge& edge, Chain& chain);
 
     std::size_t& m_pointsLeft;
     const SurfaceSheet& m_sheet;
@@ -248,75 +257,76 @@ bool BoundarySampler::samplePiece(const CurveData& curve, Places& piece)
     return true;
 }
 
-/// Appends a piece to the chain. `isBridged`: an edge is missing between them. A piece that fits
-/// with its end only is turned round, and so is the first one when the second asks for it.
-void BoundarySampler::join(Places& piece, bool isBridged, Places& chain, bool& isSecond,
-                           bool& isOpen) const
+/// Appends a piece to the chain. A piece that fits with its end only is turned round, and so is the
+/// first one when the second asks for it.
+void BoundarySampler::join(Places& piece, Chain& chain) const
 {
+    constexpr double kNear = 1e-3;
     const auto gap = [&](const PlanePosition& a, const PlanePosition& b) {
         return m_domain.distance(a, b);
     };
-    constexpr double kNear = 1e-3;
-    if (!chain.empty() && gap(chain.back(), piece.front()) > kNear) {
-        if (isSecond && gap(chain.back(), piece.back()) > kNear &&
-            std::min(gap(chain.front(), piece.front()), gap(chain.front(), piece.back())) <=
+    Places& places = chain.places;
+    if (!places.empty() && gap(places.back(), piece.front()) > kNear) {
+        if (chain.pieces == 1 && gap(places.back(), piece.back()) > kNear &&
+            std::min(gap(places.front(), piece.front()), gap(places.front(), piece.back())) <=
                 kNear) {
-            std::reverse(chain.begin(), chain.end());
+            std::reverse(places.begin(), places.end());
         }
-        if (gap(chain.back(), piece.back()) < gap(chain.back(), piece.front())) {
-            const bool fits = gap(chain.back(), piece.back()) <= kNear;
-            if (fits) {
-                std::reverse(piece.begin(), piece.end());
-            }
+        if (gap(places.back(), piece.back()) <= kNear &&
+            gap(places.back(), piece.back()) < gap(places.back(), piece.front())) {
+            std::reverse(piece.begin(), piece.end());
         }
-        isOpen = isOpen || (!isBridged && gap(chain.back(), piece.front()) > kMaxTrimGap);
+        chain.isOpen =
+            chain.isOpen || (!chain.isBridged && gap(places.back(), piece.front()) > kMaxTrimGap);
     }
-    isSecond = chain.empty();
-    const bool isShared = !chain.empty() && gap(chain.back(), piece.front()) <= kSamePoint;
-    chain.insert(chain.end(), piece.begin() + (isShared ? 1 : 0), piece.end());
+    const bool isShared = !places.empty() && gap(places.back(), piece.front()) <= kSamePoint;
+    places.insert(places.end(), piece.begin() + (isShared ? 1 : 0), piece.end());
+    ++chain.pieces;
+    chain.isBridged = false;
+}
+
+void BoundarySampler::addEdge(const TrimEdge& edge, Chain& chain)
+{
+    bool isSampled = !edge.curves2d.empty();
+    for (const CurveData& curve : edge.curves2d) {
+        Places piece;
+        if (samplePiece(curve, piece)) {
+            join(piece, chain);
+        } else {
+            isSampled = false;
+            chain.isBridged = true;
+        }
+    }
+    if (!isSampled) {
+        chain.isBridged = true;
+        chain.hasBridges = true;
+        m_notes.add(TessellationNote::MissingParameterEdge);
+    }
 }
 
 std::vector<PlanePosition> BoundarySampler::sample(const TrimBoundary& boundary)
 {
-    Places chain;
-    bool isSecond = false;
-    bool isOpen = false;
-    bool isMissing = false; // an edge since the last piece
-    bool isAnyMissing = false;
+    Chain chain;
     for (const TrimEdge& edge : boundary.edges) {
-        bool isSampled = !edge.curves2d.empty();
-        for (const CurveData& curve : edge.curves2d) {
-            Places piece;
-            if (samplePiece(curve, piece)) {
-                join(piece, isMissing, chain, isSecond, isOpen);
-                isMissing = false;
-            } else {
-                isSampled = false;
-                isMissing = true;
-            }
-        }
-        if (!isSampled) {
-            isMissing = true;
-            isAnyMissing = true;
-            m_notes.add(TessellationNote::MissingParameterEdge);
-        }
+        addEdge(edge, chain);
     }
-    if (chain.size() < 2) {
+    Places& places = chain.places;
+    if (places.size() < 2) {
         return {};
     }
-    const double last = m_domain.distance(chain.back(), chain.front());
-    if (isOpen || (!isAnyMissing && last > kMaxTrimGap)) {
+    const double last = m_domain.distance(places.back(), places.front());
+    if (chain.isOpen || (!chain.hasBridges && last > kMaxTrimGap)) {
         m_notes.add(TessellationNote::OpenBoundary);
         return {};
     }
     if (last <= kSamePoint) {
-        chain.pop_back();
+        places.pop_back();
     }
-    chain.erase(std::unique(chain.begin(), chain.end()), chain.end());
-    if (chain.size() < 3) {
+    places.erase(std::unique(places.begin(), places.end()), places.end());
+    if (places.size() < 3) {
         m_notes.add(TessellationNote::EmptyBoundary);
     }
-    return chain;
+    return places;
 }
 
 /// The border of the domain, counter-clockwise.

@@ -55,6 +55,8 @@ private:
     void addNodes();
     void addOutline();
     void addNodeVertices(SurfaceMeshBuilder& builder);
+    void addBlock(std::size_t i, std::size_t endI, std::size_t k, std::size_t endK,
+                  SurfaceMeshBuilder& builder);
     bool hasNodes(std::size_t i, std::size_t endI, std::size_t k, std::size_t endK) const;
     bool isSurrounded(std::size_t i, std::size_t k) const
     {
@@ -71,6 +73,7 @@ private:
     std::vector<PlaneSegment> m_segments;
     std::vector<std::uint32_t> m_pointOfNode;
     std::vector<std::uint32_t> m_vertexOfNode;
+    std::vector<SurfacePoint> m_block;
     PlaneTriangulation m_filling;
 };
 
@@ -141,31 +144,36 @@ bool RegionFilling::triangulate()
     return bool(filling);
 }
 
-/// Evaluates the nodes, lines of the grid together, and adds those that are used.
+/// Adds the nodes that are used, block by block.
 void RegionFilling::addNodeVertices(SurfaceMeshBuilder& builder)
 {
     constexpr std::size_t kBlock = SurfaceMeshBuilder::kBlockLines;
     m_vertexOfNode.assign(m_grid.columns() * m_grid.rows(), kNone);
-    std::vector<SurfacePoint> points;
     for (std::size_t i = 0; i < m_grid.columns(); i += kBlock) {
-        const std::size_t end = std::min(i + kBlock, m_grid.columns());
-        const auto us = std::span(m_grid.us()).subspan(i, end - i);
         for (std::size_t k = 0; k < m_grid.rows(); k += kBlock) {
-            const std::size_t top = std::min(k + kBlock, m_grid.rows());
-            const auto vs = std::span(m_grid.vs()).subspan(k, top - k);
-            if (!hasNodes(i, end, k, top)) {
-                continue;
+            const std::size_t endI = std::min(i + kBlock, m_grid.columns());
+            const std::size_t endK = std::min(k + kBlock, m_grid.rows());
+            if (hasNodes(i, endI, k, endK)) {
+                addBlock(i, endI, k, endK, builder);
             }
-            points.resize(us.size() * vs.size());
-            builder.sheet().block(us, vs, points);
-            for (std::size_t n = 0; n < points.size(); ++n) {
-                const std::size_t column = n / vs.size();
-                const std::size_t row = n % vs.size();
-                if (m_grid.isNode(i + column, k + row)) {
-                    m_vertexOfNode[nodeIndex(i + column, k + row)] =
-                        builder.addVertex(points[n], us[column], vs[row]);
-                }
-            }
+        }
+    }
+}
+
+/// Evaluates a block of nodes together.
+void RegionFilling::addBlock(std::size_t i, std::size_t endI, std::size_t k, std::size_t endK,
+                             SurfaceMeshBuilder& builder)
+{
+    const auto us = std::span(m_grid.us()).subspan(i, endI - i);
+    const auto vs = std::span(m_grid.vs()).subspan(k, endK - k);
+    m_block.resize(us.size() * vs.size());
+    builder.sheet().block(us, vs, m_block);
+    for (std::size_t n = 0; n < m_block.size(); ++n) {
+        const std::size_t column = n / vs.size();
+        const std::size_t row = n % vs.size();
+        if (m_grid.isNode(i + column, k + row)) {
+            m_vertexOfNode[nodeIndex(i + column, k + row)] =
+                builder.addVertex(m_block[n], us[column], vs[row]);
         }
     }
 }
