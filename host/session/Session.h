@@ -38,6 +38,7 @@ struct DagPath {
 struct SetMembership {
     NodeId set = kNoNode;
     std::shared_ptr<const std::vector<std::uint32_t>> faces; ///< ascending, possibly empty
+    bool isOfOtherComponents = false; ///< the set has vertices, edges or the like of it, no faces
 };
 
 /// The scene's working units, as its file gives them: what queries answer, not what coordinates are

@@ -19,8 +19,17 @@ struct Member {
     NodeId set = kNoNode;
     std::uint32_t connection = 0; ///< position in the order of making
     bool isWhole = false;
+    bool isOther = false; ///< lists vertices, edges or the like and no faces
     Faces faces;
 };
+
+/// Whether a list names components, but no faces.
+bool namesOthersOnly(const ComponentList& list)
+{
+    return !list.components.empty() &&
+           std::none_of(list.components.begin(), list.components.end(),
+                        [](const std::string& text) { return text.starts_with("f["); });
+}
 
 /// The attributes that hold one family of groups.
 struct GroupNames {
@@ -60,7 +69,7 @@ public:
 
 private:
     void addSets(const Plug& source, bool isWhole, const Plug& group, const GroupNames& names);
-    Faces facesOf(const Plug& group, const GroupNames& names);
+    void readFaces(const Plug& group, const GroupNames& names, Member& member);
 
     Session& m_session;
     Graph& m_graph;
@@ -113,35 +122,42 @@ void MemberSearch::addSets(const Plug& source, bool isWhole, const Plug& group,
         if (!isMembers || (m_renderableOnly && !m_session.isShadingGroup(fed.node))) {
             continue;
         }
-        m_members.push_back({fed.node, connectionTo(m_graph, fed), isWhole,
-                             isWhole ? Faces() : facesOf(group, names)});
+        Member& member = m_members.emplace_back();
+        member.set = fed.node;
+        member.connection = connectionTo(m_graph, fed);
+        member.isWhole = isWhole;
+        if (!isWhole) {
+            readFaces(group, names, member);
+        }
     }
 }
 
 /// The faces that the history put on the mesh under the group's number; where it put none, those
 /// that the shape itself lists.
-Faces MemberSearch::facesOf(const Plug& group, const GroupNames& names)
+void MemberSearch::readFaces(const Plug& group, const GroupNames& names, Member& member)
 {
     if (mesh() == nullptr) {
-        return {};
+        return;
     }
     const AttributeIndex id = m_graph.findAttribute(m_shape, names.id);
     if (id != kNoAttribute) {
         const double number = m_session.number(m_graph.child(group, id), -1);
         for (const geometry::FaceGroup& candidate : mesh()->groups) {
             if (candidate.id == number && candidate.faces != nullptr) {
-                return *candidate.faces;
+                member.faces = *candidate.faces;
+                return;
             }
         }
     }
     const AttributeIndex components = m_graph.findAttribute(m_shape, names.components);
     if (components == kNoAttribute) {
-        return {};
+        return;
     }
     const auto list = m_session.value(m_graph.child(group, components)).data<ComponentList>();
-    return list != nullptr
-               ? geometry::parseFaceList(list->components, mesh()->topology->faceCount())
-               : Faces();
+    if (list != nullptr) {
+        member.faces = geometry::parseFaceList(list->components, mesh()->topology->faceCount());
+        member.isOther = namesOthersOnly(*list);
+    }
 }
 
 /// One entry per set, in order of first appearance; the whole object and some of its faces are the
@@ -158,6 +174,7 @@ std::vector<Member> merged(std::vector<Member> members)
         }
         Member& known = result[position->second];
         known.connection = std::max(known.connection, member.connection);
+        known.isOther &= member.isOther;
         if (known.isWhole || member.isWhole) {
             known.isWhole = true;
             known.faces.clear();
@@ -230,7 +247,7 @@ Expected<std::vector<SetMembership>> Session::connectedSets(NodeId shape, std::u
     }
     std::vector<SetMembership> memberships;
     for (Member& member : members) {
-        SetMembership membership{member.set, nullptr};
+        SetMembership membership{member.set, nullptr, member.isOther && !member.isWhole};
         if (!member.isWhole) {
             membership.faces = std::make_shared<const Faces>(std::move(member.faces));
         }

@@ -39,8 +39,10 @@ MObject componentOf(const SetMembership& membership)
     if (membership.faces == nullptr) {
         return MObject();
     }
-    return Inside::component(std::make_shared<Component>(
-        Component{MFn::kMeshPolygonComponent, false, 0, membership.faces}));
+    const MFn::Type type =
+        membership.isOfOtherComponents ? MFn::kMeshComponent : MFn::kMeshPolygonComponent;
+    return Inside::component(
+        std::make_shared<Component>(Component{type, false, 0, membership.faces}));
 }
 
 } // namespace

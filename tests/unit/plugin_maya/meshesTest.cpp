@@ -168,6 +168,18 @@ TEST_F(Meshes, SplitsByShadingSetAndNamesAllPartsAlike)
     EXPECT_TRUE(logs("DEBUG4:  PolyWriter output setcount:2\n"));
 }
 
+TEST_F(Meshes, SetsOfOtherComponentsAreSkippedWithARecordAtEveryLevel)
+{
+    open("createNode transform -n \"a\";\n" + twoQuadMesh("pair", "a") + split("pair") +
+         "setAttr \"pair.iog[0].og[1].gcl\" -type \"componentList\" 1 \"vtx[0:2]\";\n");
+    FILELog::ReportingLevel() = ERROR;
+    MeshManager manager;
+    const GeometryList parts = manager.extractGeometry(pathTo("pair"));
+    ASSERT_EQ(parts.size(), 1u); // the other set of the same mesh is extracted all the same
+    EXPECT_EQ(object(parts[0])->triangles().size(), 6u);
+    EXPECT_TRUE(logs("ERROR:  MItMeshPolygon::MItMeshPolygon\n")) << log();
+}
+
 TEST_F(Meshes, BetaPartsShareAllVertices)
 {
     open("createNode transform -n \"a\";\n" + twoQuadMesh("pair", "a") + split("pair"));
