@@ -3,6 +3,7 @@ list(APPEND SOURCES
     nurbs/planarTrim.cpp
     nurbs/primitives.cpp
     nurbs/productSurface.cpp
+    nurbs/repeatOverlap.cpp
     nurbs/skin.cpp
     nurbs/surfaceAlgebra.cpp
     nurbs/surfaceRows.cpp

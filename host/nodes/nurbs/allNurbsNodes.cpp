@@ -51,6 +51,7 @@ constinit const std::array kNurbsNodes{
     &kSubCurve,
     &kTransformGeometry,
     &kTrim,
+    &kTweak,
 };
 
 } // namespace

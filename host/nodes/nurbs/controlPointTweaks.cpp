@@ -2,21 +2,32 @@
 
 namespace host::nodes {
 
+std::vector<ControlPointTweaks::Entry> readPoints(ComputeContext& context, std::size_t first,
+                                                  std::span<const std::int32_t> outer)
+{
+    std::vector<ControlPointTweaks::Entry> entries;
+    std::vector<std::int32_t> way(outer.begin(), outer.end());
+    way.push_back(0);
+    for (const std::int32_t index : context.elementIndices(first, outer)) {
+        ControlPointTweaks::Entry entry;
+        entry.index = static_cast<std::size_t>(index);
+        way.back() = index;
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            const Value value = context.element(first + axis, way);
+            entry.isSet[axis] = value.isNumber();
+            entry.values[axis] = value.number(0);
+        }
+        entries.push_back(entry);
+    }
+    return entries;
+}
+
 ControlPointTweaks readTweaks(ComputeContext& context, std::size_t first)
 {
     ControlPointTweaks tweaks;
     const bool areTweaks = context.number(first, 0) != 0;
     tweaks.isRelative = areTweaks && context.number(first + 1, 1) != 0;
-    for (const std::int32_t index : context.elementIndices(first + 2)) {
-        ControlPointTweaks::Entry entry;
-        entry.index = static_cast<std::size_t>(index);
-        for (std::size_t axis = 0; axis < 3; ++axis) {
-            const Value value = context.element(first + 2 + axis, index);
-            entry.isSet[axis] = value.isNumber();
-            entry.values[axis] = value.number(0);
-        }
-        tweaks.entries.push_back(entry);
-    }
+    tweaks.entries = readPoints(context, first + 2);
     return tweaks;
 }
 

@@ -5,6 +5,7 @@
 #include "host/types/ComputeContext.h"
 
 #include <array>
+#include <span>
 #include <vector>
 
 namespace host::nodes {
@@ -28,6 +29,11 @@ struct ControlPointTweaks {
 /// With `tweak` on the values are tweaks of what comes in, relative or not as relativeTweak says;
 /// with it off they are the positions themselves.
 ControlPointTweaks readTweaks(ComputeContext& context, std::size_t first);
+
+/// The values of x, y and z, three neighbouring inputs from `first` on, of the points inside the
+/// multi elements `outer`.
+std::vector<ControlPointTweaks::Entry> readPoints(ComputeContext& context, std::size_t first,
+                                                  std::span<const std::int32_t> outer = {});
 
 /// Adds or sets coordinates, `stride` numbers per control point. Indices beyond the points are left
 /// out.

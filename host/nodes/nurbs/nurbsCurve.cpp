@@ -5,9 +5,8 @@
 #include "host/nodes/nurbs/splineInputs.h"
 
 #include "host/geometry/curve/CurveEvaluator.h"
+#include "host/geometry/nurbs/repeatOverlap.h"
 #include "host/geometry/nurbs/transformSpline.h"
-
-#include <algorithm>
 
 namespace host::nodes {
 namespace {
@@ -17,19 +16,6 @@ constexpr std::array<std::string_view, 7> kInputs{"create", "cached", "tweak", "
 constexpr std::array<std::string_view, 7> kOutputs{"local",  "worldSpace", "minValue", "maxValue",
                                                    "degree", "spans",      "form"};
 enum Output : std::size_t { kLocal, kWorldSpace, kMinValue, kMaxValue, kDegree, kSpans, kForm };
-
-/// The overlapping control points of a periodic curve follow the first ones.
-void closeRing(geometry::CurveData& curve)
-{
-    const std::size_t count = curve.cvCount();
-    const auto overlap = static_cast<std::size_t>(std::max(curve.degree, 0));
-    if (curve.form == geometry::SplineForm::Periodic && count > overlap) {
-        const std::size_t kept = (count - overlap) * curve.stride();
-        for (std::size_t i = kept; i < curve.poles.size(); ++i) {
-            curve.poles[i] = curve.poles[i - kept];
-        }
-    }
-}
 
 SharedCurve ownCurve(ComputeContext& context)
 {
@@ -43,7 +29,7 @@ SharedCurve ownCurve(ComputeContext& context)
     }
     auto moved = std::make_shared<geometry::CurveData>(*curve);
     applyTweaks(tweaks, moved->stride(), moved->poles);
-    closeRing(*moved);
+    geometry::repeatOverlap(*moved);
     return moved;
 }
 

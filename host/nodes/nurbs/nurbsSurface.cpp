@@ -5,14 +5,12 @@
 #include "host/nodes/nurbs/splineInputs.h"
 
 #include "host/geometry/nurbs/SurfaceEvaluator.h"
+#include "host/geometry/nurbs/repeatOverlap.h"
 #include "host/geometry/nurbs/transformSpline.h"
-
-#include <algorithm>
 
 namespace host::nodes {
 namespace {
 
-using geometry::SplineForm;
 using geometry::SurfaceData;
 
 constexpr std::array<std::string_view, 8> kInputs{"create", "cached", "tweak",  "relativeTweak",
@@ -22,27 +20,6 @@ constexpr std::array<std::string_view, 6> kOutputs{"local",     "worldSpace", "m
 constexpr std::size_t kWorldSpace = 1;
 constexpr std::size_t kFirstBound = 2;
 constexpr std::size_t kTrimFace = 7;
-
-/// Every control point of the overlap takes the place of the one that it repeats.
-void closeRings(SurfaceData& surface)
-{
-    const std::size_t u = surface.cvCountU();
-    const std::size_t v = surface.cvCountV();
-    const auto overlapU = static_cast<std::size_t>(surface.degreeU);
-    const auto overlapV = static_cast<std::size_t>(surface.degreeV);
-    const std::size_t keptU =
-        surface.formU == SplineForm::Periodic && u > overlapU ? u - overlapU : u;
-    const std::size_t keptV =
-        surface.formV == SplineForm::Periodic && v > overlapV ? v - overlapV : v;
-    for (std::size_t i = 0; i < u; ++i) {
-        for (std::size_t j = 0; j < v; ++j) {
-            const std::size_t from = (i % keptU * v + j % keptV) * surface.stride();
-            const std::size_t to = (i * v + j) * surface.stride();
-            std::copy_n(surface.poles.begin() + static_cast<std::ptrdiff_t>(from), surface.stride(),
-                        surface.poles.begin() + static_cast<std::ptrdiff_t>(to));
-        }
-    }
-}
 
 std::vector<Shared<geometry::TrimRegion>> storedTrims(ComputeContext& context)
 {
@@ -77,7 +54,7 @@ SharedSurface ownSurface(ComputeContext& context)
     }
     if (!tweaks.empty() && geometry::isValidSurface(*own)) {
         applyTweaks(tweaks, own->stride(), own->poles);
-        closeRings(*own);
+        geometry::repeatOverlap(*own);
     }
     return own;
 }

@@ -8,6 +8,7 @@ namespace host::nodes {
 extern const NodeCompute kNurbsCurve;
 extern const NodeCompute kNurbsSurface;
 extern const NodeCompute kTransformGeometry;
+extern const NodeCompute kTweak;
 
 extern const NodeCompute kMakeNurbSphere;
 extern const NodeCompute kMakeNurbCylinder;

@@ -16,4 +16,5 @@ list(APPEND SOURCES
     nurbs/surfaceQueries.cpp
     nurbs/transformGeometry.cpp
     nurbs/trims.cpp
+    nurbs/tweak.cpp
 )

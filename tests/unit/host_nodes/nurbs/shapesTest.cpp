@@ -1,3 +1,4 @@
+#include "host/geometry/mesh/MeshData.h"
 #include "host/geometry/nurbs/primitives.h"
 #include "host/nodes/matrixValue.h"
 #include "host/nodes/nurbs/nurbsTypes.h"
@@ -145,6 +146,38 @@ TEST(TransformGeometry, MovesCurvesSurfacesAndMeshes)
     expectNear(pointOf(surfaceFrom(context.compute("outputGeometry")), 2, 2), {1, 0, 0.25});
     context.set("nodeState", 1);
     expectNear(pointOf(surfaceFrom(context.compute("outputGeometry")), 2, 2), {2, 0, 2});
+}
+
+host::Shared<host::geometry::MeshData> twoPoints()
+{
+    auto mesh = std::make_shared<host::geometry::MeshData>();
+    mesh->topology = std::make_shared<const host::geometry::MeshTopology>();
+    mesh->points = std::make_shared<const std::vector<host::Vec3f>>(
+        std::vector<host::Vec3f>{{1, 1, 1}, {2, 2, 2}});
+    return mesh;
+}
+
+TEST(Tweak, MovesPointsOfTheGeometryWithItsIndex)
+{
+    ToyContext context(host::nodes::kTweak);
+    context.setElement("inputGeometry", {0}, lineValue({0, 0, 0}, {1, 0, 0}));
+    context.setElement("inputGeometry", {1}, squareValue());
+    context.setElement("inputGeometry", {2}, Value(twoPoints()));
+    context.setElement("yValue", {0, 1}, 5.0);
+    context.setElement("xValue", {0, 1}, 0.0);
+    context.setElement("xValue", {1, 3}, 7.0);
+    context.setElement("xVertex", {2, 1}, 0.5);
+    context.setElement("xVertex", {2, 9}, 0.5); // no such vertex
+    expectNear(pointOf(curveFrom(context.compute("outputGeometry", 0)), 1), {1, 5, 0});
+    expectNear(pointOf(surfaceFrom(context.compute("outputGeometry", 1)), 2, 2), {9, 0, 2});
+    const auto mesh = context.compute("outputGeometry", 2).data<host::geometry::MeshData>();
+    EXPECT_EQ((*mesh->points)[1], (host::Vec3f{2.5F, 2, 2}));
+    EXPECT_EQ((*mesh->points)[0], (host::Vec3f{1, 1, 1}));
+    context.set("relativeTweak", 0);
+    expectNear(pointOf(surfaceFrom(context.compute("outputGeometry", 1)), 2, 2), {7, 0, 2});
+    context.set("envelope", 0);
+    expectNear(pointOf(curveFrom(context.compute("outputGeometry", 0)), 1), {1, 0, 0});
+    EXPECT_EQ(context.timesUncomputed, 0U);
 }
 
 } // namespace
