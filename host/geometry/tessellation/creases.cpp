@@ -29,6 +29,13 @@ bool isCrease(const SurfaceSheet& sheet, bool isU, double before, double line,
     return false;
 }
 
+/// Whether a knot occurs as often as the degree. By halving: there may be as many lines as knots.
+bool mayCrease(const KnotVector& knots, double line)
+{
+    const auto [first, last] = std::equal_range(knots.knots().begin(), knots.knots().end(), line);
+    return last - first >= knots.degree();
+}
+
 std::vector<double> doubled(const SurfaceSheet& sheet, bool isU, const GridLines& lines)
 {
     const KnotVector& knots = isU ? sheet.evaluator().knotsU() : sheet.evaluator().knotsV();
@@ -43,7 +50,7 @@ std::vector<double> doubled(const SurfaceSheet& sheet, bool isU, const GridLines
     std::vector<double> result{own.front()};
     for (std::size_t i = 1; i < own.size(); ++i) {
         const bool isInside = i + 1 < own.size();
-        if (isInside && knots.multiplicity(own[i]) >= static_cast<std::size_t>(knots.degree()) &&
+        if (isInside && mayCrease(knots, own[i]) &&
             isCrease(sheet, isU, own[i - 1], own[i], across)) {
             result.push_back(own[i]);
         }
