@@ -55,12 +55,27 @@ MObjectArray edgesOf(const Surface& surface, const TrimBoundary& boundary, bool 
 
 MFnNurbsSurface::MFnNurbsSurface(const MObject& object, MStatus* ReturnStatus)
 {
-    answer(ReturnStatus, MFnNurbsSurface::setObject(object));
+    answer(ReturnStatus, keepIfThere(MFnDagNode::setObject(object)));
 }
 
 MFnNurbsSurface::MFnNurbsSurface(const MDagPath& path, MStatus* ReturnStatus)
 {
-    answer(ReturnStatus, setObject(path));
+    answer(ReturnStatus, keepIfThere(MFnDagNode::setObject(path)));
+}
+
+MStatus MFnNurbsSurface::setObject(const MObject& object)
+{
+    return keepIfThere(MFnDagNode::setObject(object));
+}
+
+MStatus MFnNurbsSurface::keepIfThere(MStatus attached)
+{
+    if (!attached || surfaceOf(m_object) != nullptr) {
+        return attached;
+    }
+    m_object = MObject();
+    m_path = MDagPath();
+    return toStatus(ErrorCode::NotFound);
 }
 
 MFn::Type MFnNurbsSurface::type() const

@@ -61,12 +61,8 @@ SharedSurface ownSurface(ComputeContext& context)
 
 Value bound(const SurfaceData& surface, std::size_t which)
 {
-    const geometry::SurfaceEvaluator evaluator(surface);
-    if (!evaluator.isValid()) {
-        return {};
-    }
-    const std::array<double, 4> bounds{evaluator.startU(), evaluator.endU(), evaluator.startV(),
-                                       evaluator.endV()};
+    const std::array<double, 4> bounds{surface.startU(), surface.endU(), surface.startV(),
+                                       surface.endV()};
     return Value(bounds[which]);
 }
 
@@ -77,6 +73,9 @@ Expected<Value> compute(ComputeContext& context)
     const SharedSurface surface = ownSurface(context);
     if (surface == nullptr || !context.isComplete()) {
         return Value();
+    }
+    if (!geometry::isValidSurface(*surface)) {
+        return Error{ErrorCode::BadInput, "counts, knots or points of a surface do not fit", {}};
     }
     if (context.output() >= kFirstBound) {
         return bound(*surface, context.output() - kFirstBound);

@@ -138,21 +138,27 @@ TEST(NurbsSurface, GivesTrimBoundariesRegionByRegion)
     EXPECT_EQ(boundaries.length(), 0U);
 }
 
-TEST(NurbsSurface, WithoutGeometryFailsQuietly)
+TEST(NurbsSurface, IsNotAttachedToAShapeWithoutGeometry)
 {
     const OpenedScene scene("createNode transform -n \"e\";\n"
-                            "createNode nurbsSurface -n \"eShape\" -p \"e\";\n");
-    MStatus status;
-    const MFnNurbsSurface surface(pathNamed("|e|eShape"), &status);
-    EXPECT_TRUE(status); // the shape is there, its geometry is not
-    double limits[4] = {1, 2, 3, 4};
-    EXPECT_FALSE(surface.getKnotDomain(limits[0], limits[1], limits[2], limits[3]));
-    EXPECT_EQ(limits[3], 4); // left as it was
-    EXPECT_EQ(surface.degreeU(&status), 0);
-    EXPECT_FALSE(status);
-    EXPECT_FALSE(surface.isTrimmedSurface());
-    MPointArray points;
-    EXPECT_FALSE(surface.getCVs(points));
+                            "createNode nurbsSurface -n \"eShape\" -p \"e\";\n"
+                            "createNode nurbsSurface -n \"brokenShape\" -p \"e\";\n"
+                            // knots that go back
+                            "\tsetAttr \".cc\" -type \"nurbsSurface\" 1 1 0 0 no 2 1 0 2 0 1 4\n"
+                            "\t\t0 0 0 0 1 0 1 0 0 1 1 0;\n");
+    for (const char* name : {"|e|eShape", "|e|brokenShape"}) {
+        MStatus status;
+        const MFnNurbsSurface surface(pathNamed(name), &status);
+        EXPECT_EQ(status.statusCode(), MStatus::kFailure) << name;
+        double limits[4] = {1, 2, 3, 4};
+        EXPECT_FALSE(surface.getKnotDomain(limits[0], limits[1], limits[2], limits[3]));
+        EXPECT_EQ(limits[3], 4); // left as it was
+        EXPECT_EQ(surface.degreeU(&status), 0);
+        EXPECT_FALSE(status);
+        EXPECT_FALSE(surface.isTrimmedSurface());
+        MPointArray points;
+        EXPECT_FALSE(surface.getCVs(points));
+    }
 }
 
 TEST(NurbsSurface, IsNotAttachedToAnythingElse)

@@ -7,7 +7,8 @@
 #include <maya/MSpace.h>
 #include <maya/MTrimBoundaryArray.h>
 
-/// Knots lack the two outermost of each direction. A surface without geometry answers 0 and fails.
+/// Knots lack the two outermost of each direction. A shape without geometry, or with one that does
+/// not hold together, is not attached to: kFailure.
 class MFnNurbsSurface : public MFnDagNode {
 public:
     MFnNurbsSurface() = default;
@@ -15,6 +16,8 @@ public:
     explicit MFnNurbsSurface(const MDagPath& path, MStatus* ReturnStatus = nullptr);
 
     MFn::Type type() const override;
+    using MFnDagNode::setObject;
+    MStatus setObject(const MObject& object) override;
 
     MStatus getKnotDomain(double& startU, double& endU, double& startV, double& endV) const;
     int degreeU(MStatus* ReturnStatus = nullptr) const;
@@ -40,4 +43,7 @@ public:
     /// space, with `paramEdge` false).
     MStatus getTrimBoundaries(MTrimBoundaryArray& result, unsigned int region,
                               bool paramEdge = true) const;
+
+private:
+    MStatus keepIfThere(MStatus attached);
 };
