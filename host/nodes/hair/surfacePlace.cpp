@@ -52,7 +52,7 @@ std::optional<geometry::SurfacePoint>
 placeOnMesh(const std::shared_ptr<const geometry::MeshData>& mesh, const std::string& uvSet,
             double u, double v)
 {
-    thread_local Recent<geometry::MeshData, geometry::MeshSurface> recent;
+    static Recent<geometry::MeshData, geometry::MeshSurface> recent;
     const auto surface = recent.get(
         mesh, uvSet, [&] { return std::make_shared<const geometry::MeshSurface>(*mesh, uvSet); });
     return surface->at(u, v);
@@ -61,7 +61,7 @@ placeOnMesh(const std::shared_ptr<const geometry::MeshData>& mesh, const std::st
 std::optional<geometry::SurfacePoint>
 placeOnSurface(const std::shared_ptr<const geometry::SurfaceData>& surface, double u, double v)
 {
-    thread_local Recent<geometry::SurfaceData, geometry::SurfaceEvaluator> recent;
+    static Recent<geometry::SurfaceData, geometry::SurfaceEvaluator> recent;
     const auto evaluator = recent.get(
         surface, {}, [&] { return std::make_shared<const geometry::SurfaceEvaluator>(*surface); });
     if (!evaluator->isValid() || !std::isfinite(u) || !std::isfinite(v)) {
