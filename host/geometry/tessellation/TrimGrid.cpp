@@ -8,9 +8,9 @@ namespace {
 
 /// Calls with both ends of every side of the loops.
 template<class Action>
-void eachSide(std::span<const TrimLoop> loops, Action action)
+void eachSide(std::span<const BoundaryLoop> loops, Action action)
 {
-    for (const TrimLoop& loop : loops) {
+    for (const BoundaryLoop& loop : loops) {
         for (std::size_t i = 0; i < loop.points.size(); ++i) {
             action(loop.points[i], loop.points[i + 1 == loop.points.size() ? 0 : i + 1],
                    loop.isHole);
@@ -87,7 +87,7 @@ struct RowCrossing {
 
 } // namespace
 
-TrimGrid::TrimGrid(const GridLines& lines, std::span<const TrimLoop> loops)
+TrimGrid::TrimGrid(const GridLines& lines, std::span<const BoundaryLoop> loops)
 {
     clip(lines, loops);
     m_isComplete = columns() * rows() <= kMaxNodes && findInside(loops);
@@ -99,7 +99,7 @@ TrimGrid::TrimGrid(const GridLines& lines, std::span<const TrimLoop> loops)
     }
 }
 
-void TrimGrid::clip(const GridLines& lines, std::span<const TrimLoop> loops)
+void TrimGrid::clip(const GridLines& lines, std::span<const BoundaryLoop> loops)
 {
     PlanePosition low{lines.us.back(), lines.vs.back()};
     PlanePosition high{lines.us.front(), lines.vs.front()};
@@ -113,7 +113,7 @@ void TrimGrid::clip(const GridLines& lines, std::span<const TrimLoop> loops)
 
 /// Follows each row of nodes across the sides of the loops. Behind a side that goes down there is
 /// one turn more.
-bool TrimGrid::findInside(std::span<const TrimLoop> loops)
+bool TrimGrid::findInside(std::span<const BoundaryLoop> loops)
 {
     std::vector<RowCrossing> crossings;
     bool isTooMuch = false;
@@ -156,7 +156,7 @@ bool TrimGrid::findInside(std::span<const TrimLoop> loops)
     return true;
 }
 
-void TrimGrid::leaveMargins(std::span<const TrimLoop> loops)
+void TrimGrid::leaveMargins(std::span<const BoundaryLoop> loops)
 {
     const Ranges nodesU = Ranges::roundNodes(m_us), nodesV = Ranges::roundNodes(m_vs);
     const Ranges cellsU = Ranges::roundCells(m_us), cellsV = Ranges::roundCells(m_vs);

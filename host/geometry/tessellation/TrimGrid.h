@@ -15,7 +15,7 @@ public:
     /// Of a cell, free on every side between a boundary and what is chosen.
     static constexpr double kMargin = 0.25;
 
-    TrimGrid(const GridLines& lines, std::span<const TrimLoop> loops);
+    TrimGrid(const GridLines& lines, std::span<const BoundaryLoop> loops);
 
     std::size_t columns() const { return m_us.size(); } ///< of nodes; 0: no part of the grid
     std::size_t rows() const { return m_vs.size(); }
@@ -32,9 +32,9 @@ public:
     bool isComplete() const { return m_isComplete; }
 
 private:
-    void clip(const GridLines& lines, std::span<const TrimLoop> loops);
-    bool findInside(std::span<const TrimLoop> loops);
-    void leaveMargins(std::span<const TrimLoop> loops);
+    void clip(const GridLines& lines, std::span<const BoundaryLoop> loops);
+    bool findInside(std::span<const BoundaryLoop> loops);
+    void leaveMargins(std::span<const BoundaryLoop> loops);
 
     std::vector<double> m_us, m_vs;
     std::vector<std::uint8_t> m_isNode;

@@ -14,7 +14,7 @@ void addRegion(const TrimRegion& region, const SurfaceSheet& sheet, const GridLi
                std::size_t& pointsLeft, TessellationNotes& notes)
 {
     const std::size_t triangles = builder.triangleCount();
-    const std::vector<TrimLoop> loops =
+    const std::vector<BoundaryLoop> loops =
         sampleTrimRegion(region, sheet, lines, settings, pointsLeft, notes);
     if (!addTrimRegion(loops, sheet, lines, settings, builder)) {
         notes.add(TessellationNote::EntangledBoundaries);

@@ -360,16 +360,17 @@ double areaOf(const std::vector<PlanePosition>& loop)
 
 } // namespace
 
-std::vector<TrimLoop> sampleTrimRegion(const TrimRegion& region, const SurfaceSheet& sheet,
-                                       const GridLines& lines, const TessellationSettings& settings,
-                                       std::size_t& pointsLeft, TessellationNotes& notes)
+std::vector<BoundaryLoop> sampleTrimRegion(const TrimRegion& region, const SurfaceSheet& sheet,
+                                           const GridLines& lines,
+                                           const TessellationSettings& settings,
+                                           std::size_t& pointsLeft, TessellationNotes& notes)
 {
     BoundarySampler sampler(sheet, lines, settings, pointsLeft, notes);
-    std::vector<TrimLoop> loops;
+    std::vector<BoundaryLoop> loops;
     bool hasOuter = false;
     for (const TrimBoundary& boundary : region.boundaries) {
         const bool isHole = boundary.type == 1;
-        TrimLoop loop{sampler.sample(boundary), isHole};
+        BoundaryLoop loop{sampler.sample(boundary), isHole};
         if (loop.points.empty()) {
             continue;
         }

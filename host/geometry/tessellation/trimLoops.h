@@ -8,7 +8,7 @@
 namespace host::geometry {
 
 /// A closed polygon of parameters (x is u, y is v): outer ones counter-clockwise, holes clockwise.
-struct TrimLoop {
+struct BoundaryLoop {
     std::vector<PlanePosition> points;
     bool isHole = false;
 };
@@ -29,8 +29,9 @@ inline constexpr double kMaxTrimGap = 0.02;
 ///
 /// A region without an outer boundary, or whose outer boundary cannot be used, has the border of
 /// the domain as its outer one.
-std::vector<TrimLoop> sampleTrimRegion(const TrimRegion& region, const SurfaceSheet& sheet,
-                                       const GridLines& lines, const TessellationSettings& settings,
-                                       std::size_t& pointsLeft, TessellationNotes& notes);
+std::vector<BoundaryLoop> sampleTrimRegion(const TrimRegion& region, const SurfaceSheet& sheet,
+                                           const GridLines& lines,
+                                           const TessellationSettings& settings,
+                                           std::size_t& pointsLeft, TessellationNotes& notes);
 
 } // namespace host::geometry

@@ -41,7 +41,7 @@ private:
 /// Fills the loops: cells of the grid, and triangles between them and the loops.
 class RegionFilling {
 public:
-    RegionFilling(std::span<const TrimLoop> loops, const SurfaceSheet& sheet,
+    RegionFilling(std::span<const BoundaryLoop> loops, const SurfaceSheet& sheet,
                   const GridLines& lines)
         : m_loops(loops), m_plane(sheet), m_grid(lines, loops)
     {
@@ -65,7 +65,7 @@ private:
     }
     std::size_t nodeIndex(std::size_t i, std::size_t k) const { return i * m_grid.rows() + k; }
 
-    std::span<const TrimLoop> m_loops;
+    std::span<const BoundaryLoop> m_loops;
     StretchedPlane m_plane;
     TrimGrid m_grid;
     std::vector<PlanePosition> m_points; ///< in the plane
@@ -79,7 +79,7 @@ private:
 
 void RegionFilling::addLoops()
 {
-    for (const TrimLoop& loop : m_loops) {
+    for (const BoundaryLoop& loop : m_loops) {
         std::vector<std::uint32_t> indices;
         for (const PlanePosition& place : loop.points) {
             indices.push_back(static_cast<std::uint32_t>(m_points.size()));
@@ -226,7 +226,7 @@ void RegionFilling::build(bool swapsEdges, SurfaceMeshBuilder& builder)
 
 } // namespace
 
-bool addTrimRegion(std::span<const TrimLoop> loops, const SurfaceSheet& sheet,
+bool addTrimRegion(std::span<const BoundaryLoop> loops, const SurfaceSheet& sheet,
                    const GridLines& lines, const TessellationSettings& settings,
                    SurfaceMeshBuilder& builder)
 {

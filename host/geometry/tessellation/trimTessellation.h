@@ -8,7 +8,7 @@ namespace host::geometry {
 
 /// Adds the triangles between the loops. False when the loops cross too often; then nothing is
 /// added.
-bool addTrimRegion(std::span<const TrimLoop> loops, const SurfaceSheet& sheet,
+bool addTrimRegion(std::span<const BoundaryLoop> loops, const SurfaceSheet& sheet,
                    const GridLines& lines, const TessellationSettings& settings,
                    SurfaceMeshBuilder& builder);
 
