@@ -314,15 +314,18 @@ const Evaluator::NodeInputs& Evaluator::inputsOf(NodeId node)
     if (inputs.round == round && inputs.slotCount == slots.size()) {
         return inputs;
     }
-    inputs = NodeInputs{};
-    inputs.round = round;
-    inputs.slotCount = slots.size();
-    for (const Slot& slot : slots) {
-        inputs.present.add(slot.attribute);
-        if (slot.input != kNoConnection) {
-            inputs.connected.add(slot.attribute);
+    if (inputs.round != round || inputs.slotCount > slots.size()) {
+        inputs = NodeInputs{};
+        inputs.round = round;
+    }
+    // Slots are only ever added at the end; those that were there have no other connections now.
+    for (std::size_t i = inputs.slotCount; i < slots.size(); ++i) {
+        inputs.present.add(slots[i].attribute);
+        if (slots[i].input != kNoConnection) {
+            inputs.connected.add(slots[i].attribute);
         }
     }
+    inputs.slotCount = slots.size();
     return inputs;
 }
 
@@ -342,6 +345,7 @@ std::optional<Value> Evaluator::fetch(const Plug& plug)
             return slot.value;
         }
         if (slot.isInProgress) {
+            m_currentUsesTime = true; // what was made inside a cycle is made anew at the next time
             return plain(plug);
         }
     }

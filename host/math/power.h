@@ -42,6 +42,19 @@ inline double binaryPower(double x)
     return std::ldexp(series, static_cast<int>(whole)); // exact
 }
 
+/// `base` times itself, by squaring: exact where the result is.
+inline double wholePower(double base, int exponent)
+{
+    double product = 1;
+    for (; exponent > 0; exponent /= 2) {
+        if (exponent % 2 != 0) {
+            product *= base;
+        }
+        base *= base;
+    }
+    return product;
+}
+
 /// `base` to the power of `exponent`; relative error about 1e-15 times |exponent * log2 base|. 0
 /// for the powers of negative numbers that are no numbers, and for what is not finite.
 inline double power(double base, double exponent)
@@ -58,6 +71,11 @@ inline double power(double base, double exponent)
     const bool isWhole = std::floor(exponent) == exponent;
     if (base < 0 && !isWhole) {
         return 0;
+    }
+    constexpr double kFewFactors = 64;
+    if (isWhole && std::fabs(exponent) <= kFewFactors) {
+        const double product = wholePower(base, static_cast<int>(std::fabs(exponent)));
+        return exponent > 0 ? product : 1 / product;
     }
     const double size = binaryPower(exponent * binaryLogarithm(std::fabs(base)));
     return base < 0 && std::fmod(exponent, 2) != 0 ? -size : size;

@@ -168,7 +168,6 @@ private:
     bool isOpened() const;
     bool isNodeVisible(NodeId node);
     Matrix4 worldMatrix(NodeId node, const Matrix4& above);
-    bool isFedByCurve(NodeId node) const;
     std::vector<std::string> shortestNames(const std::vector<NodeId>& nodes) const;
     template<class T>
     std::shared_ptr<const T> geometryOf(NodeId shape, std::string_view type,

@@ -49,6 +49,8 @@ struct Session::Evaluation {
     std::uint32_t visibilityRound = 1;  ///< a new time begins a new one
     std::unordered_map<std::string_view, VisibilityAttributes> visibilityOfType;
     std::map<NodeId, ShapeOutcome> shapes;
+    std::uint32_t fedRound = 0;      ///< of the graph's connections, plus 1
+    std::vector<bool> fedByCurves;   ///< per node
     DagPath lastPath;                ///< whose world matrix was asked for last, at the current time
     std::vector<Matrix4> lastWorlds; ///< of each of its nodes
 };

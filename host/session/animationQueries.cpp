@@ -34,48 +34,106 @@ std::string_view typeWord(const graph::Node& node)
     return node.unknownType.empty() ? node.type.name() : std::string_view(node.unknownType);
 }
 
-void addSources(const Graph& graph, NodeId node, std::vector<Plug>& sources)
+bool isMessage(const Graph& graph, const Plug& plug)
 {
-    for (const Slot& slot : graph.node(node).slots) {
-        if (slot.input != 0xffffffff) {
-            sources.push_back(graph.connections()[slot.input].source);
+    return graph.attribute(plug.node, plug.attribute).kind == AttributeKind::Message;
+}
+
+/// Marks what curves feed, going down from them once.
+class CurveSpread {
+public:
+    explicit CurveSpread(const Graph& graph) : m_graph(graph), m_isFed(graph.nodeCount(), false) {}
+
+    std::vector<bool> run()
+    {
+        for (NodeId node = 0; node < m_graph.nodeCount(); ++node) {
+            if (isCurve(typeWord(m_graph.node(node)))) {
+                spreadFrom(node);
+            }
+        }
+        while (!m_open.empty()) {
+            const NodeId carrier = m_open.back();
+            m_open.pop_back();
+            spreadFrom(carrier);
+        }
+        return std::move(m_isFed);
+    }
+
+private:
+    void spreadFrom(NodeId node)
+    {
+        for (const Slot& slot : m_graph.node(node).slots) {
+            spread(slot);
         }
     }
-}
+
+    void spread(const Slot& slot)
+    {
+        for (std::uint32_t at = slot.firstOutput; at != kNone;
+             at = m_graph.connections()[at].nextOutput) {
+            const graph::ConnectionRecord& connection = m_graph.connections()[at];
+            if (!isMessage(m_graph, connection.source) &&
+                !isMessage(m_graph, connection.destination)) {
+                reach(connection.destination);
+            }
+        }
+    }
+
+    void reach(const Plug& plug)
+    {
+        const bool isNew = !m_isFed[plug.node];
+        m_isFed[plug.node] = true;
+        const std::string_view type = typeWord(m_graph.node(plug.node));
+        if (type == "character") {
+            followChannel(plug);
+        } else if (isNew && isCarrier(type)) {
+            m_open.push_back(plug.node);
+        }
+    }
+
+    /// A character holds the channels of many objects: what is fed is only what this one feeds,
+    /// perhaps through further characters.
+    void followChannel(Plug channel)
+    {
+        std::vector<Plug> open{channel};
+        while (!open.empty()) {
+            const Plug plug = open.back();
+            open.pop_back();
+            const std::uint64_t key = std::uint64_t{plug.node} << 32 | m_graph.findSlot(plug);
+            if (!m_channels.insert(key).second) {
+                continue;
+            }
+            for (const Plug& next : m_graph.outputsOf(plug)) {
+                const bool isNew = !m_isFed[next.node];
+                m_isFed[next.node] = true;
+                const std::string_view type = typeWord(m_graph.node(next.node));
+                if (type == "character") {
+                    open.push_back(next);
+                } else if (isNew && isCarrier(type)) {
+                    m_open.push_back(next.node);
+                }
+            }
+        }
+    }
+
+    static constexpr std::uint32_t kNone = 0xffffffff;
+    const Graph& m_graph;
+    std::vector<bool> m_isFed;
+    std::vector<NodeId> m_open;                   ///< carriers that curves feed
+    std::unordered_set<std::uint64_t> m_channels; ///< of characters, that were followed
+};
 
 } // namespace
 
-bool Session::isFedByCurve(NodeId node) const
-{
-    std::vector<Plug> sources;
-    addSources(*m_graph, node, sources);
-    std::unordered_set<std::uint64_t> met; // carriers, and channels of characters
-    const auto isNew = [&](NodeId id, graph::SlotId slot) {
-        return met.insert(std::uint64_t{id} << 32 | slot).second;
-    };
-    while (!sources.empty()) {
-        const Plug source = sources.back();
-        sources.pop_back();
-        const std::string_view type = typeWord(m_graph->node(source.node));
-        if (isCurve(type)) {
-            return true;
-        }
-        if (type == "character") {
-            // It holds the channels of many objects: only this one's counts.
-            const Plug above = m_graph->inputOf(source);
-            if (above && isNew(source.node, m_graph->findSlot(source))) {
-                sources.push_back(above);
-            }
-        } else if (isCarrier(type) && isNew(source.node, graph::kNoSlot)) {
-            addSources(*m_graph, source.node, sources);
-        }
-    }
-    return false;
-}
-
 bool Session::isAnimated(NodeId node) const
 {
-    return node != kWorld && node < m_graph->nodeCount() && isFedByCurve(node);
+    const std::uint32_t round = m_graph->connectionRound() + 1;
+    if (m_evaluation->fedRound != round) {
+        m_evaluation->fedRound = round;
+        m_evaluation->fedByCurves = CurveSpread(*m_graph).run();
+    }
+    return node != kWorld && node < m_evaluation->fedByCurves.size() &&
+           m_evaluation->fedByCurves[node];
 }
 
 bool Session::isAnimated(const DagPath& path, bool checkParents) const

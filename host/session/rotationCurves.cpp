@@ -3,6 +3,7 @@
 #include "host/nodes/animation/keptCurve.h"
 #include "host/nodes/wholeNumber.h"
 
+#include <algorithm>
 #include <array>
 #include <map>
 #include <optional>
@@ -107,8 +108,16 @@ void joinRotationCurves(const Graph& graph, eval::Evaluator& evaluator)
             enter(graph, node, objects);
         }
     }
+    std::map<NodeId, int> uses; // a curve that turns several objects stays independent
     for (const auto& [object, axes] : objects) {
-        join(graph, evaluator, object, axes);
+        for (const NodeId curve : axes) {
+            ++uses[curve];
+        }
+    }
+    for (const auto& [object, axes] : objects) {
+        if (std::all_of(axes.begin(), axes.end(), [&](NodeId curve) { return uses[curve] == 1; })) {
+            join(graph, evaluator, object, axes);
+        }
     }
 }
 

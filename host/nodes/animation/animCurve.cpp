@@ -52,6 +52,17 @@ std::shared_ptr<const KeptCurve> prepare(ComputeContext& context, const CurveMea
     return kept;
 }
 
+/// Whether what the curve is made of may be another at another time.
+bool hasConnectedSettings(ComputeContext& context)
+{
+    for (std::size_t input = kTangentType; input <= kAfter; ++input) {
+        if (context.isConnected(input)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 Expected<Value> computeCurve(ComputeContext& context, const CurveMeasure& measure)
 {
     const bool runsByItself = measure.isTimed && !context.isConnected(kInput);
@@ -61,14 +72,17 @@ Expected<Value> computeCurve(ComputeContext& context, const CurveMeasure& measur
         return Value();
     }
     std::shared_ptr<const void>& kept = context.kept();
-    if (kept == nullptr) {
-        kept = prepare(context, measure);
+    std::shared_ptr<const void> made = kept;
+    if (made == nullptr) {
+        made = prepare(context, measure);
         if (!context.isComplete()) {
-            kept.reset();
             return Value();
         }
+        if (!hasConnectedSettings(context)) {
+            kept = made;
+        }
     }
-    const auto& curve = *static_cast<const KeptCurve*>(kept.get());
+    const auto& curve = *static_cast<const KeptCurve*>(made.get());
     if (curve.rotation != nullptr) {
         return Value(curve.rotation->at(at, curve.axis));
     }

@@ -9,17 +9,32 @@
 #include <maya/MAnimControl.h>
 #include <maya/MAnimUtil.h>
 #include <maya/MFnDagNode.h>
+#include <maya/MGlobal.h>
 #include <maya/MString.h>
 #include <maya/MTime.h>
 
 #include <ostream>
+#include <string>
 
 namespace {
 
 /// Bounds on what a playback range may ask for: a scene may claim any. Hours of one node, or some
-/// minutes of thousands.
+/// minutes of thousands; fewer keys where each is read through a deep hierarchy.
 constexpr std::size_t kMaxKeysOfTrack = 200'000;
 constexpr std::size_t kMaxKeysOfScene = 4'000'000;
+constexpr std::size_t kLevelsForAKey = 16;
+
+/// How many keys of a shallow node one key of a path costs.
+std::size_t costOfKey(const MDagPath& path, bool useWorldMatrix)
+{
+    return useWorldMatrix ? 1 + path.length() / kLevelsForAKey : 1;
+}
+
+void warn(const std::string& text)
+{
+    FILE_LOG(WARNING) << text;
+    MGlobal::displayWarning(text.c_str());
+}
 
 /// The pose of a path at the scene's time; fails with a record of its own.
 bool readPose(const MDagPath& path, bool useWorldMatrix, orv::Matrix4& pose)
@@ -57,7 +72,8 @@ std::shared_ptr<orv::FBXAnimation> Maya2Vistrel::sampleAnimation(const MDagPath&
                                                                  bool useWorldMatrix)
 {
     if (m_sampledKeys >= kMaxKeysOfScene) {
-        FILE_LOG(WARNING) << "too many keys in this scene: no animation of " << path.fullPathName();
+        warn(std::string("too many keys in this scene: no animation of ") +
+             path.fullPathName().asUTF8());
         return {};
     }
     const MTime begin = MAnimControl::minTime() - 1.0;
@@ -72,7 +88,7 @@ std::shared_ptr<orv::FBXAnimation> Maya2Vistrel::sampleAnimation(const MDagPath&
     FILE_LOG(DEBUG3) << "animation: start=" << start << ", duration=" << duration
                      << ", frames=" << length.as(MTime::uiUnit());
     addKeys(path, useWorldMatrix, begin, end, *track);
-    m_sampledKeys += track->matrices().size();
+    m_sampledKeys += track->matrices().size() * costOfKey(path, useWorldMatrix);
     return track;
 }
 
@@ -80,11 +96,12 @@ void Maya2Vistrel::addKeys(const MDagPath& path, bool useWorldMatrix, const MTim
                            const MTime& end, orv::FBXAnimation& track)
 {
     std::size_t record = 0;
+    const std::size_t most = kMaxKeysOfTrack / costOfKey(path, useWorldMatrix);
     MTime time = begin;
     while (time < end) {
-        if (track.matrices().size() == kMaxKeysOfTrack) {
-            FILE_LOG(WARNING) << "animation of " << path.fullPathName() << " ends after "
-                              << kMaxKeysOfTrack << " keys";
+        if (track.matrices().size() == most) {
+            warn(std::string("animation of ") + path.fullPathName().asUTF8() + " ends after " +
+                 std::to_string(most) + " keys");
             return;
         }
         // a key carries the pose one unit later: so the renderer expects it

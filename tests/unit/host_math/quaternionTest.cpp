@@ -136,6 +136,9 @@ TEST(Decompose, SurvivesFlatMatrices)
 TEST(Power, OfWholeAndBrokenExponents)
 {
     EXPECT_EQ(power(2, 10), 1024);
+    EXPECT_EQ(power(7, 2), 49); // exactly: conditions compare such results
+    EXPECT_EQ(power(1e10, 4), 1e40);
+    EXPECT_EQ(power(-3, 3), -27);
     EXPECT_EQ(power(2, -2), 0.25);
     EXPECT_NEAR(power(9, 0.5), 3, 1e-15 * 10);
     EXPECT_NEAR(power(10, 2.5), 100 * std::sqrt(10.0), 1e-12);

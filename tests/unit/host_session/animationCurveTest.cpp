@@ -204,6 +204,46 @@ TEST_F(AnimationCurves, AreSoughtThroughRingsOnce)
     EXPECT_TRUE(std::isfinite(number("b", "tx")));
 }
 
+TEST_F(AnimationCurves, AreNotFollowedAlongReferences)
+{
+    open("createNode transform -n \"a\"; addAttr -ln \"ref\" -at \"message\";"
+         "createNode transform -n \"b\";" +
+         straight("animCurveTL", "x", "0 0 10 10") + connect("x.msg", "a.ref") +
+         connect("x.o", "b.tx"));
+    EXPECT_FALSE(session.isAnimated(node("a")));
+    EXPECT_TRUE(session.isAnimated(node("b")));
+}
+
+TEST_F(AnimationCurves, FollowSettingsThatAreConnected)
+{
+    // Constant after the last key until frame 5, a cycle of two frames from then on.
+    open("createNode transform -n \"a\";"
+         "createNode animCurveTU -n \"kind\"; setAttr \".wgt\" no;"
+         "setAttr -s 2 \".ktv[0:1]\" 1 0 5 3; setAttr -s 2 \".kot[0:1]\" 5 5;" +
+         straight("animCurveTL", "x", "1 0 3 2") + connect("kind.o", "x.pst") +
+         connect("x.o", "a.tx"));
+    EXPECT_EQ(at(4, "a", "tx"), 2);
+    EXPECT_EQ(at(6, "a", "tx"), 1);
+    EXPECT_EQ(at(4, "a", "tx"), 2);
+}
+
+TEST_F(AnimationCurves, InARingAreAskedAgainAtEachTime)
+{
+    // x = c + y and y = x: whichever is asked first, a ring gives a node the same at one time.
+    const std::string scene =
+        "createNode transform -n \"a\"; createNode transform -n \"b\";"
+        "createNode addDoubleLinear -n \"x\"; createNode addDoubleLinear -n \"y\";" +
+        straight("animCurveTL", "c", "0 0 10 10") + connect("c.o", "x.i1") +
+        connect("y.o", "x.i2") + connect("x.o", "y.i1") + connect("x.o", "a.tx") +
+        connect("y.o", "b.tx");
+    open(scene);
+    goTo(2);
+    number("a", "tx");
+    const double afterOther = at(4, "b", "tx");
+    open(scene);
+    EXPECT_EQ(at(4, "b", "tx"), afterOther);
+}
+
 TEST_F(AnimationCurves, PassThroughCharactersAndMutes)
 {
     open("createNode transform -n \"a\"; createNode character -n \"c\"; setAttr \".lv[2]\" 7;"
@@ -272,6 +312,28 @@ TEST_F(AnimationCurves, OfRotationsTakeTheShortestArcWhenAsked)
     EXPECT_NEAR(std::remainder(number("b", "rx"), 2 * std::numbers::pi), -5 * degree, 1e-11);
     goTo(8);
     EXPECT_NEAR(number("b", "rx"), 10 * degree, 1e-12); // the key's own
+}
+
+TEST_F(AnimationCurves, OfRotationsStayIndependentWhereOneTurnsTwoObjects)
+{
+    std::string scene = "createNode transform -n \"a\"; createNode transform -n \"b\";";
+    const auto curve = [&](const std::string& name, const std::string& keys) {
+        scene += "createNode animCurveTA -n \"" + name +
+                 "\"; setAttr \".tan\" 2; setAttr \".wgt\" no; setAttr \".roti\" 3;"
+                 "setAttr -s 2 \".ktv[0:1]\" " +
+                 keys + ";";
+    };
+    curve("x", "0 0 8 90");
+    for (const std::string object : {"a", "b"}) {
+        scene += connect("x.o", object + ".rx");
+        for (const std::string axis : {"y", "z"}) {
+            curve(object + axis, object == "a" ? "0 0 8 0" : "0 0 8 90");
+            scene += connect(object + axis + ".o", object + ".r" + axis);
+        }
+    }
+    open(scene);
+    EXPECT_NEAR(at(2, "a", "rx"), 22.5 * std::numbers::pi / 180, 1e-12);
+    EXPECT_EQ(number("b", "rx"), number("a", "rx"));
 }
 
 TEST_F(AnimationCurves, MayDriveOneAnother)
