@@ -9,6 +9,7 @@ list(APPEND SOURCES
     tessellation/keptEdges.cpp
     tessellation/tessellate.cpp
     tessellation/triangulatePlane.cpp
+    tessellation/trimLines.cpp
     tessellation/trimLoops.cpp
     tessellation/trimTessellation.cpp
 )

@@ -1,9 +1,11 @@
 #include "host/geometry/tessellation/tessellate.h"
 
 #include "host/geometry/tessellation/creases.h"
+#include "host/geometry/tessellation/trimLines.h"
 #include "host/geometry/tessellation/trimTessellation.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace host::geometry {
 namespace {
@@ -46,9 +48,13 @@ Tessellation tessellate(const SurfaceData& surface, const TessellationSettings& 
         result.mesh.faceFirstTriangle = {0, 0};
         return result;
     }
-    const GridLines lines = chooseGridLines(sheet, gridSettings(settings, surface.trims.size()));
+    const TessellationSettings grid = gridSettings(settings, surface.trims.size());
+    GridLines lines = chooseGridLines(sheet, grid);
     if (lines.isCoarsened) {
         result.notes.add(TessellationNote::Coarsened);
+    }
+    if (surface.isTrimmed()) {
+        lines = squaredNearTrims(sheet, std::move(lines), surface.trims, grid.maxTriangles);
     }
     SurfaceMeshBuilder builder(sheet);
     if (!surface.isTrimmed()) {

@@ -82,6 +82,43 @@ TEST(TrimmedTessellation, ACircularHoleHasItsArea)
     }
 }
 
+/// The least distance from the z axis of the middles of sides and faces.
+double leastRadius(const RenderMesh& mesh)
+{
+    double least = std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < mesh.indices.size(); i += 3) {
+        const auto corner = [&](std::size_t k) { return mesh.positions[mesh.indices[i + k]]; };
+        const Vec3f a = corner(0), b = corner(1), c = corner(2);
+        const auto take = [&](double x, double y) {
+            least = std::min(least, std::sqrt(x * x + y * y));
+        };
+        take((a.x + b.x) / 2.0, (a.y + b.y) / 2.0);
+        take((b.x + c.x) / 2.0, (b.y + c.y) / 2.0);
+        take((c.x + a.x) / 2.0, (c.y + a.y) / 2.0);
+        take((a.x + b.x + c.x) / 3.0, (a.y + b.y + c.y) / 3.0);
+    }
+    return least;
+}
+
+TEST(TrimmedTessellation, OfALongPipeDoesNotCutThroughIt)
+{
+    // One span over a height of three diameters: u goes round in 0..4, v up in 0..1.
+    const TrimBoundary whole = test::polygon({{0, 0}, {4, 0}, {4, 1}, {0, 1}});
+    const TrimBoundary hole = boundary({test::reversed(circle(0.5, 0.3, 0.2))}, true);
+    const TrimBoundary mitre = test::polygon({{0, 0}, {4, 0}, {4, 0.9}, {2, 0.4}, {0, 0.9}});
+    for (const auto& boundaries : {std::vector{whole, hole}, std::vector{mitre}}) {
+        SurfaceData pipe = test::cylinder(1, 6);
+        test::trim(pipe, boundaries);
+        const double diagonal = std::sqrt(4.0 + 4.0 + 36.0);
+        EXPECT_GT(leastRadius(meshOf(pipe)), 1 - TessellationSettings().chordTolerance * diagonal);
+    }
+    // Boundaries along the lines of the grid need no more lines than none at all.
+    SurfaceData plain = test::cylinder(1, 6);
+    const std::size_t untrimmed = meshOf(plain).indices.size();
+    test::trim(plain, {whole});
+    EXPECT_EQ(meshOf(plain).indices.size(), untrimmed);
+}
+
 TEST(TrimmedTessellation, AnIslandInAHoleIsARegionOfItsOwn)
 {
     SurfaceData surface = gridPlane(10, 12);
