@@ -81,7 +81,8 @@ SplineRows resampled(const SplineRows& rows, const std::vector<double>& knots, s
     const KnotVector target(knots, degree, SplineForm::Open);
     const KnotVector source(rows.knots, rows.degree, SplineForm::Open);
     if (rows.points.empty() || !source.isValid() || !target.isValid() ||
-        target.cvCount() > kMaxBandNumbers / (2 * static_cast<std::size_t>(degree) + 1)) {
+        target.cvCount() > kMaxBandNumbers / (2 * static_cast<std::size_t>(degree) + 1) ||
+        !canHold(target.cvCount(), rows.width)) {
         return result;
     }
     const double scale = (source.end() - source.start()) / (target.end() - target.start());
@@ -194,11 +195,17 @@ SplineRows periodicCubicThrough(std::span<const double> parameters,
 {
     // Beyond this many spans a point's influence is below the last digit.
     constexpr std::size_t kReach = 40;
+    // The unrolled rows may be so many times larger than what is kept of them.
+    constexpr std::size_t kMostTurnedOver = 8;
     const std::size_t period = parameters.size() - 1;
     const double length = parameters.back() - parameters.front();
     std::vector<double> wide;
     std::vector<HomogeneousPoint> sides;
     const std::size_t turns = kReach / period + 1;
+    if (!canHold(period + 3, width) ||
+        !canHold((2 * turns + 1) * period / kMostTurnedOver, width)) {
+        return {3, SplineForm::Periodic, width, {}, {}};
+    }
     for (std::size_t i = 0; i <= (2 * turns + 1) * period; ++i) {
         const double turn = static_cast<double>(i / period) - static_cast<double>(turns);
         wide.push_back(parameters[i % period] + length * turn);

@@ -16,7 +16,7 @@ std::vector<double> uniformKnots(std::int32_t degree, std::size_t spans, double 
 
 /// The spline on `knots` that agrees with `rows` at the Greville parameters of the knots, brought
 /// to the domain of `rows`. Exactly the same spline where the new space holds it. No points when
-/// the equations have no solution.
+/// the equations have no solution or there would be too many (kMaxSplineCvs).
 SplineRows resampled(const SplineRows& rows, const std::vector<double>& knots, std::int32_t degree);
 
 /// The spline on the rows' knots that goes through the rows' points at the Greville parameters. No
@@ -38,7 +38,8 @@ SplineRows cubicThrough(std::span<const double> parameters,
                         std::span<const HomogeneousPoint> endSlopes);
 
 /// The closed cubic spline of period parameters.back() - parameters.front() through the points,
-/// one row fewer than parameters; at least three rows. The point of parameter i is row i.
+/// one row fewer than parameters; at least three rows. The point of parameter i is row i. No points
+/// where there would be too many.
 SplineRows periodicCubicThrough(std::span<const double> parameters,
                                 const std::vector<HomogeneousPoint>& points, std::size_t width);
 

@@ -144,11 +144,13 @@ std::vector<double> cutsOf(const SplineRows& rows, std::span<const double> param
 
 } // namespace
 
-void insertKnot(SplineRows& rows, double u, std::size_t times)
+bool insertKnot(SplineRows& rows, double u, std::size_t times)
 {
-    if (rows.points.empty() || !(u >= rows.start() && u <= rows.end()) ||
-        rows.cvCount() + rows.order() > kMaxSplineCvs) {
-        return;
+    if (rows.points.empty() || !(u >= rows.start() && u <= rows.end()) || times == 0) {
+        return true;
+    }
+    if (!canHold(rows.cvCount() + std::min(times, rows.order()), rows.width)) {
+        return false;
     }
     const double knot = std::clamp(snapped(rows, u), rows.start(), rows.end());
     const bool wraps = rows.form == SplineForm::Periodic && rows.cvCount() > rows.order();
@@ -156,6 +158,7 @@ void insertKnot(SplineRows& rows, double u, std::size_t times)
         rows.form = wraps ? SplineForm::Closed : rows.form;
         insertOpen(rows, knot, times);
     }
+    return true;
 }
 
 SplineRows partOf(const SplineRows& rows, double from, double to)

@@ -7,16 +7,21 @@
 
 namespace host::geometry {
 
-/// Control points beyond this number are not made; an operation that would need more leaves its
-/// input as it is.
+/// Control points beyond this number, those of a whole surface, are not made; an operation that
+/// would need more leaves its input as it is.
 inline constexpr std::size_t kMaxSplineCvs = 1u << 20;
+constexpr bool canHold(std::size_t cvs, std::size_t width)
+{
+    return width == 0 || cvs <= kMaxSplineCvs / width;
+}
 /// Insertions times control points that one operation may take.
 inline constexpr std::size_t kMaxInsertionWork = 1u << 28;
 
 /// Inserts the knot `u` of the domain up to `times` times (Boehm), never beyond multiplicity
 /// `degree`. A periodic spline stays periodic. Knots within `kKnotTolerance` of the domain's length
-/// beside each other are the same.
-void insertKnot(SplineRows& rows, double u, std::size_t times);
+/// beside each other are the same. False, and nothing done, where there would be too many control
+/// points.
+bool insertKnot(SplineRows& rows, double u, std::size_t times);
 inline constexpr double kKnotTolerance = 1e-10;
 
 /// The part between two parameters, clamped at both ends. Of a periodic spline `to` may lie up to

@@ -12,9 +12,8 @@ namespace {
 /// Splines are not brought onto more common knots than this.
 constexpr std::size_t kMaxCommonKnots = 4096;
 
-std::vector<HomogeneousPoint> pointsAt(const SplineRows& rows, double u)
+std::vector<HomogeneousPoint> pointsAt(const SplineRows& rows, const KnotVector& line, double u)
 {
-    const KnotVector line(rows.knots, rows.degree, rows.form);
     SplineBasis basis;
     line.evaluateValues(u, basis);
     std::vector<HomogeneousPoint> result(rows.width);
@@ -28,12 +27,13 @@ std::vector<HomogeneousPoint> pointsAt(const SplineRows& rows, double u)
 
 SplineRows periodicUniform(const SplineRows& rows, std::size_t spans)
 {
+    const KnotVector line(rows.knots, rows.degree, rows.form);
     std::vector<double> parameters;
     std::vector<HomogeneousPoint> points;
     const double step = (rows.end() - rows.start()) / static_cast<double>(spans);
     for (std::size_t i = 0; i < spans; ++i) {
         parameters.push_back(rows.start() + step * static_cast<double>(i));
-        const auto row = pointsAt(rows, parameters.back());
+        const auto row = pointsAt(rows, line, parameters.back());
         points.insert(points.end(), row.begin(), row.end());
     }
     parameters.push_back(rows.end());
@@ -119,6 +119,9 @@ SplineRows uniform(const SplineRows& rows, std::int32_t degree, std::size_t span
     }
     degree = degree < 1 ? rows.degree : degree;
     spans = std::min(spans == 0 ? spanCount(rows) : spans, kMaxRebuiltSpans);
+    if (!canHold(spans + static_cast<std::size_t>(degree), rows.width)) {
+        return {};
+    }
     if (rows.form == SplineForm::Periodic && degree == 3 && spans >= 3) {
         return periodicUniform(rows, spans);
     }
@@ -187,7 +190,8 @@ SplineRows inBezierPieces(const SplineRows& rows)
     }
     const auto breaks = KnotVector(result.knots, result.degree, SplineForm::Open).breaks();
     const std::size_t insertions = breaks.size() * result.order();
-    if (insertions > kMaxInsertionWork / (result.points.size() * result.order())) {
+    if (!canHold(insertions, result.width) ||
+        insertions > kMaxInsertionWork / (result.points.size() * result.order())) {
         return {};
     }
     for (const double u : breaks) {
@@ -225,15 +229,17 @@ bool makeCompatible(std::vector<SplineRows>& splines)
         return !splines.empty();
     }
     std::vector<double> knots;
+    std::size_t width = 0;
     for (SplineRows& rows : splines) {
+        width = std::max(width, rows.width);
         rows = elevated(clamped(rows), degree);
         if (rows.points.empty() || knots.size() > kMaxCommonKnots) {
             return false;
         }
         knots = unionOf(knots, rows.knots);
     }
-    if (knots.size() > kMaxCommonKnots ||
-        knots.size() * knots.size() > kMaxInsertionWork / splines.size()) {
+    if (knots.size() > kMaxCommonKnots || !canHold(knots.size(), width) ||
+        knots.size() * knots.size() > kMaxInsertionWork / splines.size() / width) {
         return false;
     }
     for (SplineRows& rows : splines) {
@@ -248,13 +254,15 @@ bool makeCompatible(std::vector<SplineRows>& splines)
 
 SplineRows attached(const SplineRows& first, const SplineRows& second, const AttachOptions& options)
 {
-    if (first.points.empty() || second.points.empty() || first.width != second.width) {
+    if (first.points.empty() || second.points.empty() || first.width != second.width ||
+        !canHold(first.cvCount() + second.cvCount(), first.width)) {
         return {};
     }
     const std::int32_t degree = std::max(first.degree, second.degree);
     SplineRows result = elevated(oriented(first, options.reversesFirst), degree);
     SplineRows next = elevated(oriented(second, options.reversesSecond), degree);
-    if (result.points.empty() || next.points.empty()) {
+    if (result.points.empty() || next.points.empty() ||
+        !canHold(result.cvCount() + next.cvCount(), result.width)) {
         return {};
     }
     setDomain(next, result.end(), result.end() + (next.end() - next.start()));
@@ -302,6 +310,9 @@ SplineRows closedByLine(const SplineRows& rows)
     line.points.assign(ends.points.end() - width, ends.points.end());
     line.points.insert(line.points.end(), ends.points.begin(), ends.points.begin() + width);
     SplineRows result = attached(ends, line, {});
+    if (result.points.empty()) {
+        return rows;
+    }
     result.form = SplineForm::Closed;
     return result;
 }

@@ -10,7 +10,8 @@ enum class KeptRange : std::uint8_t { ZeroToOne = 0, Same = 1, ZeroToSpans = 2 }
 
 /// A spline of `spans` equal spans of a degree (0: as it was, for both) that agrees with `rows` at
 /// the Greville parameters of the new knots; a periodic one of degree 3 stays periodic and agrees
-/// at its knots. The same curve where the new knots hold it, else near it.
+/// at its knots. The same curve where the new knots hold it, else near it. No points where there
+/// would be too many.
 SplineRows uniform(const SplineRows& rows, std::int32_t degree, std::size_t spans);
 /// The same control points on equally spaced knots.
 SplineRows uniformKnotsKeepingPoints(const SplineRows& rows);
@@ -38,7 +39,8 @@ struct AttachOptions {
 
 /// Two splines one after the other, as wide as each other: the second's domain follows the first's,
 /// the ends are joined half way between them (blending: as the bias says) and the knot at the joint
-/// is as multiple as the degree. Empty where widths differ.
+/// is as multiple as the degree. Empty where widths differ or both together have more than
+/// kMaxSplineCvs control points.
 SplineRows attached(const SplineRows& first, const SplineRows& second,
                     const AttachOptions& options);
 

@@ -97,6 +97,11 @@ SplineRows across(const std::vector<double>& t, const Points& points, std::size_
 void divideSpans(SplineRows& rows, const std::vector<double>& t, std::int32_t parts)
 {
     parts = std::clamp(parts, 1, 64);
+    const std::size_t insertions = t.size() * static_cast<std::size_t>(parts - 1);
+    const std::size_t cvs = rows.cvCount() + insertions;
+    if (!canHold(cvs, rows.width) || insertions > kMaxInsertionWork / (cvs * rows.width)) {
+        return; // the same shape with fewer knots
+    }
     for (std::size_t i = 0; i + 1 < t.size(); ++i) {
         for (std::int32_t part = 1; part < parts; ++part) {
             insertKnot(rows, t[i] + (t[i + 1] - t[i]) * part / parts, 1);

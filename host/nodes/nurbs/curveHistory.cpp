@@ -57,7 +57,12 @@ Expected<Value> computeAttach(ComputeContext& context)
     SplineRows joined = geometry::rowsOf(*curves.front());
     bool isRational = curves.front()->rational;
     for (std::size_t i = 1; i < curves.size(); ++i) {
-        joined = geometry::attached(joined, geometry::rowsOf(*curves[i]), options);
+        SplineRows longer = geometry::attached(joined, geometry::rowsOf(*curves[i]), options);
+        if (longer.points.empty() && !joined.points.empty()) {
+            context.noteUncomputed(); // those before alone
+            break;
+        }
+        joined = std::move(longer);
         options.reversesFirst = false;
         isRational = isRational || curves[i]->rational;
     }
@@ -111,8 +116,8 @@ Expected<Value> computeInsert(ComputeContext& context)
         return Value();
     }
     SplineRows rows = geometry::rowsOf(*curve);
-    if (!rows.points.empty()) {
-        insert(rows, insertion);
+    if (!rows.points.empty() && !insert(rows, insertion)) {
+        context.noteUncomputed();
     }
     return curveFrom(rows, *curve);
 }

@@ -51,11 +51,12 @@ KnotInsertion readInsertion(ComputeContext& context, std::size_t first)
     return insertion;
 }
 
-void insert(SplineRows& rows, const KnotInsertion& insertion)
+bool insert(SplineRows& rows, const KnotInsertion& insertion)
 {
     std::vector<double> at = insertion.parameters;
     const std::size_t most = geometry::kMaxInsertionWork / kMostCopies / rows.points.size();
-    if (at.size() > std::min(most, kMaxInserted)) {
+    bool isWhole = at.size() <= std::min(most, kMaxInserted);
+    if (!isWhole) {
         at.resize(std::min(most, kMaxInserted));
     }
     if (insertion.isBetween) {
@@ -64,18 +65,21 @@ void insert(SplineRows& rows, const KnotInsertion& insertion)
             const std::size_t count = countAt(insertion, i);
             for (std::size_t k = 1; k <= count; ++k) {
                 const double share = static_cast<double>(k) / static_cast<double>(count + 1);
-                geometry::insertKnot(rows, at[i] + (at[i + 1] - at[i]) * share, 1);
+                const double u = at[i] + (at[i + 1] - at[i]) * share;
+                isWhole = geometry::insertKnot(rows, u, 1) && isWhole;
             }
         }
-        return;
+        return isWhole;
     }
     const double tolerance = geometry::kKnotTolerance * (rows.end() - rows.start());
     for (std::size_t i = 0; i < at.size(); ++i) {
         const geometry::KnotVector line(rows.knots, rows.degree, rows.form);
         const std::size_t present = insertion.adds ? 0 : line.multiplicity(at[i], tolerance);
         const std::size_t wanted = countAt(insertion, i);
-        geometry::insertKnot(rows, at[i], wanted > present ? wanted - present : 0);
+        const std::size_t missing = wanted > present ? wanted - present : 0;
+        isWhole = geometry::insertKnot(rows, at[i], missing) && isWhole;
     }
+    return isWhole;
 }
 
 RebuildChoice readRebuild(ComputeContext& context, std::size_t first)

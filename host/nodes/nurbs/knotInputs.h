@@ -20,7 +20,9 @@ struct KnotInsertion {
 };
 /// From four neighbouring inputs: parameter, numberOfKnots, addKnots, insertBetween.
 KnotInsertion readInsertion(ComputeContext& context, std::size_t first);
-void insert(geometry::SplineRows& rows, const KnotInsertion& insertion);
+/// False where there would be too many control points, or insertions for one node: some are left
+/// out then.
+bool insert(geometry::SplineRows& rows, const KnotInsertion& insertion);
 
 /// One direction of a rebuilding.
 struct RebuildChoice {

@@ -34,10 +34,19 @@ SurfaceData swapped(const SurfaceData& surface, bool isSwapped)
     return isSwapped ? geometry::reversed(surface, geometry::Reversal::Swap) : surface;
 }
 
-/// Both surfaces' rows, brought onto common knots in the other direction.
+std::size_t poleCount(const SurfaceData& surface)
+{
+    return surface.poles.size() / surface.stride();
+}
+
+/// Both surfaces' rows, brought onto common knots in the other direction. None where they do not
+/// fit together or would have too many control points.
 Value attachedSurfaces(SurfaceData first, SurfaceData second, SurfaceDirection along,
                        const geometry::AttachOptions& options)
 {
+    if (!geometry::canHold(poleCount(first) + poleCount(second), 1)) {
+        return {};
+    }
     const SurfaceDirection other =
         along == SurfaceDirection::U ? SurfaceDirection::V : SurfaceDirection::U;
     std::vector<SplineRows> sides{geometry::rowsOf(first, other), geometry::rowsOf(second, other)};
@@ -87,7 +96,12 @@ Expected<Value> computeAttach(ComputeContext& context)
     if (twists) {
         next = geometry::reversed(next, alongU ? geometry::Reversal::V : geometry::Reversal::U);
     }
-    return attachedSurfaces(swapped(*first, swaps1), std::move(next), along, options);
+    Value joined = attachedSurfaces(swapped(*first, swaps1), std::move(next), along, options);
+    if (joined.isEmpty()) {
+        context.noteUncomputed(); // the first one alone
+        return Value(first);
+    }
+    return joined;
 }
 
 constexpr std::array<std::string_view, 3> kDetachInputs{"inputSurface", "parameter", "direction"};
@@ -176,8 +190,12 @@ Expected<Value> computeInsert(ComputeContext& context)
     if (!context.isComplete() || surface == nullptr) {
         return Value();
     }
-    SurfaceData finer =
-        geometry::changed(*surface, direction, [&](SplineRows& rows) { insert(rows, insertion); });
+    bool isWhole = true;
+    SurfaceData finer = geometry::changed(
+        *surface, direction, [&](SplineRows& rows) { isWhole = insert(rows, insertion); });
+    if (!isWhole) {
+        context.noteUncomputed();
+    }
     if (!finer.poles.empty()) {
         finer.trims = surface->trims; // the domain is the same
     }

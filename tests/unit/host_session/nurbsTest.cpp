@@ -59,6 +59,49 @@ connectAttr "maker.os" "ballShape.cr";
     EXPECT_EQ(number("ballShape", "maxValueU"), 4);
 }
 
+TEST_F(NurbsScene, ReadsATorussMinorSweepAsAnAngle)
+{
+    open(R"(
+createNode transform -n "ring";
+createNode nurbsSurface -n "ringShape" -p "ring";
+createNode makeNurbTorus -n "maker";
+    setAttr ".ax" -type "double3" 0 1 0 ;
+    setAttr ".r" 4;
+    setAttr ".hr" 0.5;
+    setAttr ".s" 3;
+    setAttr ".msw" 120;
+connectAttr "maker.os" "ringShape.cr";
+)");
+    const SurfaceEvaluator ring = surface("ringShape");
+    ASSERT_TRUE(ring.isValid());
+    // A tube of radius 2 about a circle of radius 4, begun at its bottom: after a third of a turn
+    // it is 30 degrees above the outermost place.
+    expectNear(ring.point(ring.startU(), 0), {4, -2, 0}, 1e-9);
+    expectNear(ring.point(ring.endU(), 0), {4 + std::sqrt(3.0), 1, 0}, 1e-9);
+    EXPECT_NEAR(number("maker", "minorSweep"), 2.0943951023931953, 1e-12);
+}
+
+TEST_F(NurbsScene, LimitsAChainOfDoublings)
+{
+    std::string scene = R"(
+createNode transform -n "ball";
+createNode nurbsSurface -n "ballShape" -p "ball";
+createNode makeNurbSphere -n "n0";
+)";
+    for (int i = 1; i <= 30; ++i) {
+        const std::string name = "n" + std::to_string(i);
+        const std::string before = "n" + std::to_string(i - 1) + ".os\" \"" + name;
+        scene += "createNode attachSurface -n \"" + name + "\";\n";
+        scene += "connectAttr \"" + before + ".is1\";\nconnectAttr \"" + before + ".is2\";\n";
+    }
+    open(scene + "connectAttr \"n30.os\" \"ballShape.cr\";\n");
+    const auto data = session.surface(node("ballShape"));
+    ASSERT_NE(data, nullptr);
+    // 77 points doubled until twice as many would be more than 2^20.
+    EXPECT_GT(data->poles.size() / data->stride(), std::size_t{1} << 18);
+    EXPECT_LE(data->poles.size() / data->stride(), std::size_t{1} << 20);
+}
+
 TEST_F(NurbsScene, HandsCurvesOnInTheWorldsCoordinates)
 {
     open(R"(

@@ -172,6 +172,52 @@ TEST(SurfaceHistory, PassesATrimOnAndSaysSo)
     EXPECT_EQ(context.timesUncomputed, 1U);
 }
 
+TEST(SurfaceHistory, StopsDoublingAtAMillionControlPoints)
+{
+    // Two rows of two points; attached to itself n times 2^n + 1 rows. 2^18 + 1 rows are 524290
+    // points, twice as many more than 2^20: so the next one passes its first input on.
+    Value surface = squareValue();
+    for (int i = 0; i < 30; ++i) {
+        ToyContext context(host::nodes::kAttachSurface);
+        context.values["inputSurface1"] = surface;
+        context.values["inputSurface2"] = surface;
+        surface = context.compute("outputSurface");
+        EXPECT_EQ(context.timesUncomputed, i < 18 ? 0U : 1U) << i;
+    }
+    EXPECT_EQ(surfaceFrom(surface).poles.size(), 524290U * 3);
+}
+
+TEST(SurfaceHistory, KeepsASurfaceThatWouldGetTooManyControlPoints)
+{
+    // Of 2 x 2 control points: 16384 spans of degree 3 in u give 16387 x 2; as many in v would
+    // make 16387 x 16387.
+    ToyContext context(host::nodes::kRebuildSurface);
+    context.values["inputSurface"] = squareValue();
+    context.set("spansU", 16384);
+    context.set("spansV", 16384);
+    const SurfaceData rebuilt = surfaceFrom(context.compute("outputSurface"));
+    EXPECT_EQ(rebuilt.poles.size(), 16387U * 2 * 3);
+    EXPECT_GE(context.timesUncomputed, 1U);
+}
+
+TEST(SurfaceHistory, InsertsNoKnotsBeyondTheLimit)
+{
+    // 2 rows of 2^19 points each are the whole limit.
+    SurfaceData wide;
+    wide.degreeU = wide.degreeV = 1;
+    wide.knotsU = {0, 1};
+    for (int i = 0; i < 1 << 19; ++i) {
+        wide.knotsV.push_back(i);
+    }
+    wide.poles.assign(std::size_t{3} << 20, 0);
+    ToyContext context(host::nodes::kInsertKnotSurface);
+    context.values["inputSurface"] = Value::of(std::move(wide));
+    context.setElement("parameter", {0}, 0.5);
+    context.set("direction", 1); // u
+    EXPECT_EQ(surfaceFrom(context.compute("outputSurface")).knotsU.size(), 2U);
+    EXPECT_EQ(context.timesUncomputed, 1U);
+}
+
 TEST(History, OfNothingIsNothing)
 {
     for (const host::NodeCompute* row :
