@@ -16,6 +16,11 @@ constexpr std::size_t kMostSamples = 1024;
 /// What is kept outside of the curves reaches this share of their extent further.
 constexpr double kOutsideMargin = 0.1;
 
+/// Outlines nearer to each other than this, in (u, v), are the same.
+constexpr double kSameOutline = 1e-6;
+/// Pairs of sides that are looked at for crossings.
+constexpr std::size_t kMaxComparedSides = 1u << 25;
+
 /// A curve with its direction in a boundary and its points.
 struct Piece {
     SplineRows rows; ///< clamped, in the boundary's direction
@@ -236,6 +241,134 @@ TrimBoundary boundaryOf(TrimLoop loop, bool isHole)
     return boundary;
 }
 
+/// The smallest box around an outline.
+struct Box {
+    double lowX = INFINITY, lowY = INFINITY, highX = -INFINITY, highY = -INFINITY;
+    void add(const Vec3d& point)
+    {
+        lowX = std::min(lowX, point.x);
+        lowY = std::min(lowY, point.y);
+        highX = std::max(highX, point.x);
+        highY = std::max(highY, point.y);
+    }
+    bool meets(const Box& other) const
+    {
+        return lowX <= other.highX && other.lowX <= highX && lowY <= other.highY &&
+               other.lowY <= highY;
+    }
+    bool isNear(const Box& other) const
+    {
+        return std::fabs(lowX - other.lowX) <= kSameOutline &&
+               std::fabs(lowY - other.lowY) <= kSameOutline &&
+               std::fabs(highX - other.highX) <= kSameOutline &&
+               std::fabs(highY - other.highY) <= kSameOutline;
+    }
+};
+
+Box boxOf(const std::vector<Vec3d>& outline)
+{
+    Box box;
+    for (const Vec3d& point : outline) {
+        box.add(point);
+    }
+    return box;
+}
+
+double distanceToSegment(const Vec3d& point, const Vec3d& a, const Vec3d& b)
+{
+    const Vec3d way = b - a;
+    const double size = dot(way, way);
+    const double share = size > 0 ? std::clamp(dot(point - a, way) / size, 0.0, 1.0) : 0;
+    return length(point - (a + way * share));
+}
+
+/// True where every corner of one outline lies on the other.
+bool liesOn(const std::vector<Vec3d>& inner, const std::vector<Vec3d>& outer)
+{
+    const bool isBackwards = (signedArea(inner) < 0) != (signedArea(outer) < 0);
+    std::size_t at = 0; // the side that was met last: the next corner is mostly beside it
+    for (std::size_t i = 0; i < inner.size(); ++i) {
+        const Vec3d& corner = inner[isBackwards ? inner.size() - 1 - i : i];
+        std::size_t tried = 0;
+        while (tried < outer.size() &&
+               !(distanceToSegment(corner, outer[at], outer[(at + 1) % outer.size()]) <=
+                 kSameOutline)) {
+            at = (at + 1) % outer.size();
+            ++tried;
+        }
+        if (tried == outer.size()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// The loops without those that run as one before them, in either direction.
+std::vector<TrimLoop> withoutRepeated(std::vector<TrimLoop> loops)
+{
+    std::vector<TrimLoop> kept;
+    std::vector<Box> boxes;
+    for (TrimLoop& loop : loops) {
+        const Box box = boxOf(loop.outline);
+        bool isNew = true;
+        for (std::size_t i = 0; i < kept.size() && isNew; ++i) {
+            isNew = !box.isNear(boxes[i]) || !liesOn(loop.outline, kept[i].outline) ||
+                    !liesOn(kept[i].outline, loop.outline);
+        }
+        if (isNew) {
+            kept.push_back(std::move(loop));
+            boxes.push_back(box);
+        }
+    }
+    return kept;
+}
+
+/// True where two lines cross away from their ends.
+bool doCross(const Vec3d& a, const Vec3d& b, const Vec3d& c, const Vec3d& d)
+{
+    constexpr double kTouching = 1e-12;
+    const auto side = [](const Vec3d& from, const Vec3d& to, const Vec3d& point) {
+        return (to.x - from.x) * (point.y - from.y) - (to.y - from.y) * (point.x - from.x);
+    };
+    const auto areApart = [](double one, double other) {
+        return std::fmin(one, other) < -kTouching && std::fmax(one, other) > kTouching;
+    };
+    return areApart(side(a, b, c), side(a, b, d)) && areApart(side(c, d, a), side(c, d, b));
+}
+
+/// True where sides of different loops cross, or where the sides are too many to compare.
+bool haveCrossings(const std::vector<TrimLoop>& loops)
+{
+    std::size_t left = kMaxComparedSides;
+    std::vector<Box> boxes;
+    for (const TrimLoop& loop : loops) {
+        boxes.push_back(boxOf(loop.outline));
+    }
+    for (std::size_t i = 0; i < loops.size(); ++i) {
+        const auto& outline = loops[i].outline;
+        for (std::size_t j = i + 1; j < loops.size(); ++j) {
+            const auto& other = loops[j].outline;
+            for (std::size_t k = 0; k < outline.size() && boxes[i].meets(boxes[j]); ++k) {
+                const Vec3d& a = outline[k];
+                const Vec3d& b = outline[(k + 1) % outline.size()];
+                if (!boxOf({a, b}).meets(boxes[j])) {
+                    continue;
+                }
+                if (other.size() > left) {
+                    return true;
+                }
+                left -= other.size();
+                for (std::size_t m = 0; m < other.size(); ++m) {
+                    if (doCross(a, b, other[m], other[(m + 1) % other.size()])) {
+                        return true;
+                    }
+                }
+            }
+        }
+    }
+    return false;
+}
+
 /// The rectangle's own boundary.
 TrimLoop rimOf(const SurfaceData& plane, const Rectangle& rectangle)
 {
@@ -292,7 +425,8 @@ std::vector<std::shared_ptr<const TrimRegion>> regionsOf(std::vector<TrimLoop> l
     return regions;
 }
 
-SurfaceData planarTrimSurface(std::span<const CurveData> curves, const PlanarTrimOptions& options)
+SurfaceData planarTrimSurface(std::span<const CurveData> curves, const PlanarTrimOptions& options,
+                              bool* isCrossed)
 {
     const std::vector<Chain> chains = closedChains(curves, options.tolerance);
     Vec3d area;
@@ -319,6 +453,10 @@ SurfaceData planarTrimSurface(std::span<const CurveData> curves, const PlanarTri
             loop.outline.push_back(rectangle.parameters(point));
         }
         loops.push_back(std::move(loop));
+    }
+    loops = withoutRepeated(std::move(loops));
+    if (isCrossed != nullptr) {
+        *isCrossed = haveCrossings(loops);
     }
     if (options.keepsOutside) {
         loops.push_back(rimOf(plane, rectangle));

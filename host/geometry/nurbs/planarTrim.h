@@ -19,7 +19,10 @@ struct PlanarTrimOptions {
 /// are regions of their own; one region per outer boundary, outer boundaries counter-clockwise in
 /// (u, v), holes clockwise. The normal is that about which the curve around the greatest area runs
 /// counter-clockwise. Empty when no boundary closes.
-SurfaceData planarTrimSurface(std::span<const CurveData> curves, const PlanarTrimOptions& options);
+/// Of boundaries that run alike one is taken. `isCrossed` is set where some cross, or are too many
+/// to say: they are sorted as if they did not.
+SurfaceData planarTrimSurface(std::span<const CurveData> curves, const PlanarTrimOptions& options,
+                              bool* isCrossed = nullptr);
 
 /// One closed boundary in the parameter plane: its edges and its corners as a polygon.
 struct TrimLoop {

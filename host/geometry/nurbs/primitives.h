@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/geometry/curve/SplineRows.h"
+#include "host/geometry/curve/knotAlgebra.h"
 #include "host/geometry/nurbs/SurfaceData.h"
 
 #include <array>
@@ -65,6 +66,8 @@ SplineRows lineRows(const Vec3d& from, const Vec3d& to, double start, double end
                     std::int32_t spans, std::int32_t degree);
 
 /// More patches, spans or sections than this in one direction are not made.
-inline constexpr std::int32_t kMaxPatches = 1024;
+inline constexpr std::int32_t kMaxPatches = 1000;
+static_assert((kMaxPatches + 3) * (kMaxPatches + 3) <= kMaxSplineCvs,
+              "a cubic surface of that many in both directions is made");
 
 } // namespace host::geometry

@@ -59,7 +59,7 @@ Expected<Value> computeThreePoint(ComputeContext& context)
     const Vec3d a = vectorInput(context, 0, {0, 1, 0});
     const Vec3d b = vectorInput(context, 3, {0, 0, 0});
     const Vec3d c = vectorInput(context, 6, {1, 0, 0});
-    const std::int32_t sections = wholeInput(context, 9, 8, 1, geometry::kMaxSections);
+    const std::int32_t sections = countInput(context, 9, 8, geometry::kMaxSections);
     const std::int32_t degree = wholeInput(context, 10, 3, 0, 7);
     if (!context.isComplete()) {
         return Value();
@@ -91,7 +91,7 @@ Expected<Value> computeTwoPoint(ComputeContext& context)
     const Vec3d b = vectorInput(context, 3, {-1, 0, 0});
     const Vec3d direction = vectorInput(context, 6, {0, 0, 1});
     const double radius = context.number(9, 1);
-    const std::int32_t sections = wholeInput(context, 10, 8, 1, geometry::kMaxSections);
+    const std::int32_t sections = countInput(context, 10, 8, geometry::kMaxSections);
     const std::int32_t degree = wholeInput(context, 11, 3, 0, 7);
     const bool isGreater = flagInput(context, 12, false);
     if (!context.isComplete()) {

@@ -26,8 +26,8 @@ PlanePrimitive readPlane(ComputeContext& context)
     plane.axis = vectorInput(context, 3, {1, 0, 0});
     plane.width = context.number(6, 1);
     plane.lengthRatio = context.number(7, 1);
-    plane.patchesU = wholeInput(context, 8, 1, 1, geometry::kMaxPatches);
-    plane.patchesV = wholeInput(context, 9, 1, 1, geometry::kMaxPatches);
+    plane.patchesU = countInput(context, 8, 1, geometry::kMaxPatches);
+    plane.patchesV = countInput(context, 9, 1, geometry::kMaxPatches);
     plane.degree = wholeInput(context, 10, 3, 0, 7);
     return plane;
 }

@@ -25,7 +25,7 @@ Expected<Value> computeCircle(ComputeContext& context)
     const Vec3d center = vectorInput(context, 3, {});
     const double radius = context.number(6, 1);
     const double sweep = context.number(7, kTurn);
-    std::int32_t sections = wholeInput(context, 8, 8, 1, geometry::kMaxSections);
+    std::int32_t sections = countInput(context, 8, 8, geometry::kMaxSections);
     const bool usesTolerance = flagInput(context, 9, false);
     const double tolerance = context.number(10, 0.01);
     const std::int32_t degree = wholeInput(context, 11, 3, 0, 7);
@@ -55,7 +55,7 @@ Expected<Value> computeSquare(ComputeContext& context)
     const Vec3d center = vectorInput(context, 3, {});
     const double side1 = context.number(6, 1);
     const double side2 = context.number(7, 1);
-    const std::int32_t spans = wholeInput(context, 8, 1, 1, geometry::kMaxPatches);
+    const std::int32_t spans = countInput(context, 8, 1, geometry::kMaxPatches);
     const std::int32_t degree = wholeInput(context, 9, 3, 0, 7);
     if (!context.isComplete()) {
         return Value();

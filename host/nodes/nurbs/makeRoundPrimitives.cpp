@@ -47,8 +47,8 @@ RoundPrimitive readPrimitive(ComputeContext& context, std::int32_t usualSpans)
     primitive.startSweep = context.number(kStartSweep, 0);
     primitive.endSweep = context.number(kEndSweep, kTurn);
     primitive.degree = wholeInput(context, kDegree, 3, 0, 7);
-    primitive.sections = wholeInput(context, kSections, 8, 1, geometry::kMaxPatches);
-    primitive.spans = wholeInput(context, kSpans, usualSpans, 1, geometry::kMaxPatches);
+    primitive.sections = countInput(context, kSections, 8, geometry::kMaxPatches);
+    primitive.spans = countInput(context, kSpans, usualSpans, geometry::kMaxPatches);
     primitive.heightRatio = context.number(kHeightRatio, 2);
     primitive.minorSweep = context.number(kMinorSweep, kTurn);
     const double tolerance = context.number(kTolerance, 0.01);

@@ -49,6 +49,16 @@ inline std::int32_t wholeInput(ComputeContext& context, std::size_t position, st
                           : fallback;
 }
 
+/// A count from 1 to the most that are made; notes where more are asked for.
+inline std::int32_t countInput(ComputeContext& context, std::size_t position, std::int32_t fallback,
+                               std::int32_t most)
+{
+    if (context.number(position, fallback) > most) {
+        context.noteUncomputed();
+    }
+    return wholeInput(context, position, fallback, 1, most);
+}
+
 inline bool flagInput(ComputeContext& context, std::size_t position, bool fallback)
 {
     return context.number(position, fallback ? 1 : 0) != 0;

@@ -40,6 +40,15 @@ constexpr std::array<std::string_view, 16> kRevolveInputs{"inputCurve",
                                                           "autoCorrectNormal",
                                                           "bridge"};
 
+/// A surface as a value; notes where the limits, or the curves, let none be made.
+Value madeSurface(ComputeContext& context, SurfaceData surface)
+{
+    if (surface.poles.empty()) {
+        context.noteUncomputed();
+    }
+    return surfaceValue(std::move(surface));
+}
+
 double farthestFrom(const SplineRows& profile, const Vec3d& pivot)
 {
     double radius = 0;
@@ -57,7 +66,7 @@ Expected<Value> computeRevolve(ComputeContext& context)
     const double start = context.number(7, 0);
     const double end = context.number(8, kTurn);
     const std::int32_t degree = wholeInput(context, 9, 3, 0, 7);
-    std::int32_t sections = wholeInput(context, 10, 8, 1, geometry::kMaxPatches);
+    std::int32_t sections = countInput(context, 10, 8, geometry::kMaxPatches);
     const bool usesTolerance = flagInput(context, 11, false);
     const double tolerance = context.number(12, 0.01);
     const bool findsAxis = context.number(13, 0) != 0;
@@ -74,7 +83,7 @@ Expected<Value> computeRevolve(ComputeContext& context)
         context.noteUncomputed(); // the given axis is taken, the normal and the profile as they are
     }
     const SplineRows arc = geometry::nearArc(start, end, sections, degree);
-    return surfaceValue(geometry::revolved(rows, arc, pivot, axis, profile->rational));
+    return madeSurface(context, geometry::revolved(rows, arc, pivot, axis, profile->rational));
 }
 
 constexpr std::array<std::string_view, 8> kLoftInputs{
@@ -135,12 +144,17 @@ Expected<Value> computeLoft(ComputeContext& context)
     if (!context.isComplete()) {
         return Value();
     }
-    if (curves.rows.size() > 2 && options.degree != 1) {
-        context.noteUncomputed(); // how Maya ends a cubic loft is not documented
+    if (curves.rows.size() < 2) {
+        return Value();
+    }
+    const bool staysOpen = options.isClosed && curves.rows.size() == 2;
+    if (options.degree != 1 && (curves.rows.size() > 2 || staysOpen)) {
+        // How Maya ends a cubic loft is not documented; one of two curves is not closed.
+        context.noteUncomputed();
     }
     SurfaceData surface = geometry::lofted(std::move(curves.rows), options, curves.isRational);
-    return surfaceValue(swaps ? geometry::reversed(surface, geometry::Reversal::Swap)
-                              : std::move(surface));
+    return madeSurface(context, swaps ? geometry::reversed(surface, geometry::Reversal::Swap)
+                                      : std::move(surface));
 }
 
 constexpr std::array<std::string_view, 16> kExtrudeInputs{"profile",          "path",
@@ -213,8 +227,8 @@ Expected<Value> computeExtrude(ComputeContext& context)
     if (type == kTube || options.rotation != 0 || options.scale != 1) {
         context.noteUncomputed(); // a near surface through turned profiles
     }
-    return surfaceValue(
-        geometry::extruded(rows, along, options, profile->rational || path->rational));
+    return madeSurface(
+        context, geometry::extruded(rows, along, options, profile->rational || path->rational));
 }
 
 } // namespace

@@ -29,7 +29,12 @@ Expected<Value> computePlanar(ComputeContext& context)
     if (!context.isComplete()) {
         return Value();
     }
-    return surfaceValue(geometry::planarTrimSurface(curves, options));
+    bool isCrossed = false;
+    geometry::SurfaceData surface = geometry::planarTrimSurface(curves, options, &isCrossed);
+    if (isCrossed || curves.size() > geometry::kMaxTrimCurves) {
+        context.noteUncomputed(); // sorted as if they did not cross; some are left out
+    }
+    return surfaceValue(std::move(surface));
 }
 
 constexpr std::array<std::string_view, 1> kTrimInputs{"inputSurface"};

@@ -116,6 +116,33 @@ TEST(PlanarTrim, SortsHolesAndIslands)
     expectOver(surface);
 }
 
+TEST(PlanarTrim, TakesARepeatedCurveOnce)
+{
+    // The third is the same polygon from another corner and the other way round.
+    const std::vector<CurveData> curves{
+        circle(0, 0, 4), circle(0, 0, 4),
+        test::curve(1, {0, 1, 2, 3, 4}, {9, 5, 0, 11, 5, 0, 11, 5, 2, 9, 5, 2, 9, 5, 0}),
+        test::curve(1, {0, 1, 2, 3, 4}, {11, 5, 2, 11, 5, 0, 9, 5, 0, 9, 5, 2, 11, 5, 2})};
+    bool isCrossed = true;
+    const SurfaceData surface = host::geometry::planarTrimSurface(curves, {}, &isCrossed);
+    ASSERT_EQ(surface.trims.size(), 2U); // the disc and the square
+    EXPECT_EQ(surface.trims[0]->boundaries.size(), 1U);
+    EXPECT_EQ(surface.trims[1]->boundaries.size(), 1U);
+    EXPECT_FALSE(isCrossed);
+}
+
+TEST(PlanarTrim, SaysWhereCurvesCross)
+{
+    bool isCrossed = false;
+    host::geometry::planarTrimSurface(std::vector{circle(0, 0, 2), circle(3, 0, 2)}, {},
+                                      &isCrossed);
+    EXPECT_TRUE(isCrossed);
+    // Beside one another, and one inside the other.
+    host::geometry::planarTrimSurface(
+        std::vector{circle(0, 0, 2), circle(5, 0, 2), circle(0, 0, 1)}, {}, &isCrossed);
+    EXPECT_FALSE(isCrossed);
+}
+
 TEST(PlanarTrim, JoinsOpenCurves)
 {
     // A half circle and the line that closes it, which runs the wrong way.

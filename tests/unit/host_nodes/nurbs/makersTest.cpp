@@ -74,6 +74,22 @@ TEST(MakeNurbCylinder, GivesTheCirclesOfItsCaps)
     expectNear(pointOf(curveFrom(context.compute("topCapCurve")), 4), {-3, 3, 0});
 }
 
+TEST(Makers, CutCountsToTheirLimit)
+{
+    // 1000 spans of degree 3: 1003 control points along the profile and around.
+    const auto poles = [](const NodeCompute& row, const char* one, const char* other) {
+        ToyContext context(row);
+        context.setVector("axis", 0, 1, 0);
+        context.set(one, 1e9);
+        context.set(other, 1e9);
+        const std::size_t count = surfaceFrom(context.compute("outputSurface")).poles.size();
+        EXPECT_EQ(context.timesUncomputed, 2U);
+        return count / 3;
+    };
+    EXPECT_EQ(poles(host::nodes::kMakeNurbSphere, "sections", "spans"), 1003U * 1003);
+    EXPECT_EQ(poles(host::nodes::kMakeNurbPlane, "patchesU", "patchesV"), 1003U * 1003);
+}
+
 TEST(MakeNurbPlaneAndCube, HaveTheirSizes)
 {
     ToyContext plane(host::nodes::kMakeNurbPlane);
@@ -186,6 +202,18 @@ TEST(LoftNode, SkinsItsCurvesInOrder)
     expectNear(pointOf(surfaceFrom(context.compute("outputSurface")), 0.5, 0), {0, 1, 0});
 }
 
+TEST(LoftNode, SaysThatTwoCurvesAreNotClosed)
+{
+    ToyContext context(host::nodes::kLoft);
+    context.setElement("inputCurve", {0}, lineValue({0, 0, 0}, {1, 0, 0}));
+    context.setElement("inputCurve", {1}, lineValue({0, 2, 0}, {1, 2, 0}));
+    EXPECT_FALSE(context.compute("outputSurface").isEmpty());
+    EXPECT_EQ(context.timesUncomputed, 0U);
+    context.set("close", 1);
+    EXPECT_FALSE(context.compute("outputSurface").isEmpty());
+    EXPECT_EQ(context.timesUncomputed, 1U);
+}
+
 TEST(ExtrudeNode, FollowsADistanceAndAPath)
 {
     ToyContext context(host::nodes::kExtrude);
@@ -213,6 +241,21 @@ TEST(PlanarTrimNode, FillsAClosedCurve)
     const SurfaceData surface = surfaceFrom(context.compute("outputSurface"));
     ASSERT_EQ(surface.trims.size(), 1U);
     expectNear(pointOf(surface, 1, 1), {4, 2, 0});
+}
+
+TEST(PlanarTrimNode, SaysThatItLeavesCurvesOut)
+{
+    const Value triangle =
+        Value::of(test::curveData(1, {0, 1, 2, 3}, {0, 0, 0, 4, 0, 0, 0, 2, 0, 0, 0, 0}));
+    ToyContext context(host::nodes::kPlanarTrimSurface);
+    for (std::int32_t i = 0; i < 512; ++i) {
+        context.setElement("inputCurve", {i}, triangle);
+    }
+    EXPECT_EQ(surfaceFrom(context.compute("outputSurface")).trims.size(), 1U);
+    EXPECT_EQ(context.timesUncomputed, 0U);
+    context.setElement("inputCurve", {512}, triangle);
+    context.compute("outputSurface");
+    EXPECT_EQ(context.timesUncomputed, 1U);
 }
 
 TEST(CurvesOfSurfaces, RunAlongIsoparms)
