@@ -97,9 +97,24 @@ SystemStrands strandsOf(Session& session, NodeId shape, NodeId hairSystem)
 struct ShapeLines {
     std::shared_ptr<geometry::RenderLines> lines; ///< in world space; null when nothing is known
     ShapeOutcome outcome = ShapeOutcome::Empty;
-    std::string_view maker; ///< the type to name in notes
-    bool isLimited = false;
+    std::string_view maker;               ///< the type to name in notes
+    std::vector<std::string_view> limits; ///< that were met
 };
+
+std::vector<std::string_view> limitsOf(const geometry::Strands& strands)
+{
+    std::vector<std::string_view> limits;
+    if (strands.isLimited) {
+        limits.push_back("points of strands");
+    }
+    if (strands.isClumpLimited) {
+        limits.push_back("hairs of a clump");
+    }
+    if (strands.isHairLimited) {
+        limits.push_back("points of a hair");
+    }
+    return limits;
+}
 
 ShapeLines hairLines(Session& session, NodeId shape)
 {
@@ -112,7 +127,7 @@ ShapeLines hairLines(Session& session, NodeId shape)
     made.lines = std::make_shared<geometry::RenderLines>(std::move(system.strands.lines));
     made.outcome = system.isApproximated ? ShapeOutcome::Approximated : ShapeOutcome::Exact;
     made.maker = session.graph().node(hairSystem).type.name();
-    made.isLimited = system.strands.isLimited;
+    made.limits = limitsOf(system.strands);
     return made;
 }
 
@@ -146,8 +161,8 @@ void noteLines(Diagnostics& diagnostics, const ShapeLines& made, const std::stri
     } else if (made.outcome == ShapeOutcome::Missing) {
         diagnostics.note(DiagnosticKind::MissingGeometry, made.maker, shape);
     }
-    if (made.isLimited) {
-        diagnostics.note(DiagnosticKind::Limit, "points of strands", shape);
+    for (const std::string_view limit : made.limits) {
+        diagnostics.note(DiagnosticKind::Limit, limit, shape);
     }
 }
 

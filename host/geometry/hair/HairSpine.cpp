@@ -1,5 +1,7 @@
 #include "host/geometry/hair/HairSpine.h"
 
+#include "host/geometry/hair/guidePoints.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -146,6 +148,15 @@ std::size_t spineSize(const HairGuide& guide, const HairStyle& style)
     return guide.points.size() < 2
                ? 0
                : (guide.points.size() - 1) * piecesOf(guide, style.subSegments) + 1;
+}
+
+bool isSpineLimited(const HairGuide& guide, const HairStyle& style)
+{
+    // A guide of as many points as are made of a curve has, all but surely, been cut to them.
+    const double wanted = std::floor(finiteOr(style.subSegments, 0)) + 1;
+    return guide.points.size() >= kMaxGuidePoints ||
+           (guide.points.size() > 1 &&
+            wanted > static_cast<double>(piecesOf(guide, style.subSegments)) && wanted > 1);
 }
 
 HairSpine makeSpine(const HairGuide& guide, const HairStyle& style)

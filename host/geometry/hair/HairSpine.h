@@ -38,4 +38,7 @@ HairSpine makeSpine(const HairGuide& guide, const HairStyle& style);
 /// The number of points that the spine of a sound guide has.
 std::size_t spineSize(const HairGuide& guide, const HairStyle& style);
 
+/// True where a spine has fewer points than subSegments, or the follicle's curve, would give.
+bool isSpineLimited(const HairGuide& guide, const HairStyle& style);
+
 } // namespace host::geometry

@@ -203,9 +203,10 @@ Strands makeStrands(const HairStyle& style, std::span<const HairGuide> guides,
         if (spine.points.empty()) {
             continue;
         }
-        const double granted = std::min(std::max(1.0, std::floor(hairs * share)),
-                                        static_cast<double>(kMaxHairsPerClump));
-        strands.isLimited = strands.isLimited || granted < hairs;
+        const double fitting = std::max(1.0, std::floor(hairs * share));
+        const double granted = std::min(fitting, static_cast<double>(kMaxHairsPerClump));
+        strands.isClumpLimited = strands.isClumpLimited || granted < fitting;
+        strands.isHairLimited = strands.isHairLimited || isSpineLimited(guide, clean);
         const Clump clump(clean, guide, spine);
         strands.isRandom = strands.isRandom || clump.isRandom();
         for (std::uint32_t hair = 0; hair < granted && left >= spine.points.size(); ++hair) {

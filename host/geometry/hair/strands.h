@@ -17,7 +17,9 @@ inline constexpr std::size_t kMaxHairsPerClump = 100000;
 struct Strands {
     RenderLines lines;      ///< main lines: guide after guide, the hairs of each by their number
     bool isRandom = false;  ///< random numbers took part
-    bool isLimited = false; ///< a limit was met
+    bool isLimited = false; ///< clumps have fewer hairs, for the points of all strands
+    bool isClumpLimited = false; ///< a clump has kMaxHairsPerClump and would have more
+    bool isHairLimited = false;  ///< hairs have fewer points than their settings say
 };
 
 /// Strands round guides, in the space of the guides.

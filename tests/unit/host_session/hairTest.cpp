@@ -194,6 +194,12 @@ TEST_F(Hair, SaysWhenSettingsAreNotCarriedOut)
     open(test::hairScene("setAttr \".hpc\" 1000000000;"));
     EXPECT_LE(strands().size(), 200000U);
     EXPECT_EQ(timesNoted(DiagnosticKind::Limit, "points of strands"), 1U);
+    EXPECT_EQ(timesNoted(DiagnosticKind::Limit, "hairs of a clump"), 1U);
+    EXPECT_EQ(timesNoted(DiagnosticKind::Limit, "points of a hair"), 0U);
+    open(test::hairScene("setAttr \".ssg\" 1000;")); // subSegments
+    strands();
+    EXPECT_EQ(timesNoted(DiagnosticKind::Limit, "points of a hair"), 1U);
+    EXPECT_EQ(timesNoted(DiagnosticKind::Limit, "points of strands"), 0U);
 }
 
 TEST_F(Hair, ShapesWithoutASystemHaveNoStrands)

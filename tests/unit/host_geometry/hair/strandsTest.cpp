@@ -409,7 +409,9 @@ TEST(Strands, AreLimited)
     style.hairsPerClump = 1e9;
     const HairGuide guide = straightGuide();
     Strands strands = strandsOf(style, guide);
-    EXPECT_TRUE(strands.isLimited);
+    EXPECT_TRUE(strands.isLimited);      // 4000000 / 5 points for 800000 hairs,
+    EXPECT_TRUE(strands.isClumpLimited); // and no clump has so many
+    EXPECT_FALSE(strands.isHairLimited);
     EXPECT_EQ(strands.lines.main.size(), kMaxHairsPerClump);
 
     // 300 hairs of 5 points for each of 10 clumps; there is room for a fifth of them.
@@ -420,6 +422,24 @@ TEST(Strands, AreLimited)
     EXPECT_EQ(strands.lines.main.size(), 600U);
     EXPECT_EQ(makeStrands(style, many, 20).lines.main.size(), 4U); // room for four hairs
     EXPECT_FALSE(makeStrands(style, many, 15000).isLimited);
+    EXPECT_FALSE(makeStrands(style, many, 15000).isClumpLimited);
+    style.hairsPerClump = kMaxHairsPerClump + 1; // 500005 points
+    EXPECT_FALSE(strandsOf(style, guide).isLimited);
+    EXPECT_TRUE(strandsOf(style, guide).isClumpLimited);
+    style.hairsPerClump = 1;
+    style.subSegments = 100;
+    EXPECT_FALSE(strandsOf(style, guide).isHairLimited);
+    style.subSegments = 101;
+    EXPECT_TRUE(strandsOf(style, guide).isHairLimited);
+    style.subSegments = 0;
+    HairGuide fine = guide;
+    fine.points.clear();
+    for (int i = 0; i < 4096; ++i) { // as many as are made of a curve
+        fine.points.push_back({0, static_cast<double>(i), 0});
+    }
+    EXPECT_TRUE(strandsOf(style, fine).isHairLimited);
+    fine.points.pop_back();
+    EXPECT_FALSE(strandsOf(style, fine).isHairLimited);
 
     style.hairsPerClump = 1;
     style.subSegments = 1e9;
