@@ -50,6 +50,21 @@ TEST(CurveHistory, AttachesWhatWasDetached)
     EXPECT_EQ(context.timesUncomputed, 1U);
 }
 
+TEST(CurveHistory, StopsDoublingAtAMillionControlPoints)
+{
+    // A line attached to itself n times has 2^n + 1 points. Twice 2^19 + 1 are more than 2^20, so
+    // that from the twentieth on the first input is passed on.
+    Value curve = lineValue({0, 0, 0}, {1, 0, 0});
+    for (int i = 0; i < 25; ++i) {
+        ToyContext context(host::nodes::kAttachCurve);
+        context.values["inputCurve1"] = curve;
+        context.values["inputCurve2"] = curve;
+        curve = context.compute("outputCurve");
+        EXPECT_EQ(context.timesUncomputed, i < 19 ? 0U : 1U) << i;
+    }
+    EXPECT_EQ(curveFrom(curve).poles.size(), 524289U * 3);
+}
+
 TEST(CurveHistory, InsertsKnotsAtAndBetweenParameters)
 {
     ToyContext context(host::nodes::kInsertKnotCurve);
