@@ -87,7 +87,7 @@ RebuildChoice readRebuild(ComputeContext& context, std::size_t first)
     constexpr std::int32_t kMostSpans = geometry::kMaxRebuiltSpans;
     RebuildChoice choice;
     choice.type = wholeInput(context, first, 0, 0, 16);
-    choice.spans = wholeInput(context, first + 1, 4, 0, kMostSpans);
+    choice.spans = countInput(context, first + 1, 4, kMostSpans, 0);
     choice.degree = wholeInput(context, first + 2, 3, 0, 7);
     choice.keepRange = wholeInput(context, first + 3, 1, 0, 2);
     choice.keepsControlPoints = flagInput(context, first + 4, false);

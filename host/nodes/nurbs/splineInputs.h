@@ -49,14 +49,14 @@ inline std::int32_t wholeInput(ComputeContext& context, std::size_t position, st
                           : fallback;
 }
 
-/// A count from 1 to the most that are made; notes where more are asked for.
+/// A count from `least` to the most that are made; notes where more are asked for.
 inline std::int32_t countInput(ComputeContext& context, std::size_t position, std::int32_t fallback,
-                               std::int32_t most)
+                               std::int32_t most, std::int32_t least = 1)
 {
     if (context.number(position, fallback) > most) {
         context.noteUncomputed();
     }
-    return wholeInput(context, position, fallback, 1, most);
+    return wholeInput(context, position, fallback, least, most);
 }
 
 inline bool flagInput(ComputeContext& context, std::size_t position, bool fallback)

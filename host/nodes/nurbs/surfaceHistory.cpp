@@ -148,7 +148,7 @@ Expected<Value> computeRebuild(ComputeContext& context)
     const SharedSurface model = surfaceInput(context, 1);
     const double direction = context.number(2, 2);
     RebuildChoice choice = readRebuild(context, 3);
-    const std::int32_t spansV = wholeInput(context, 8, 4, 0, geometry::kMaxRebuiltSpans);
+    const std::int32_t spansV = countInput(context, 8, 4, geometry::kMaxRebuiltSpans, 0);
     const std::int32_t degreeV = wholeInput(context, 9, 3, 0, 7);
     if (!context.isComplete() || input == nullptr) {
         return Value();

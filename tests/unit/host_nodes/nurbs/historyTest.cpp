@@ -100,6 +100,19 @@ TEST(CurveHistory, ReversesCutsAndRebuilds)
     expectNear(pointOf(line, 1), {4, 0, 0});
 }
 
+TEST(CurveHistory, SaysThatItMakesFewerSpans)
+{
+    ToyContext context(host::nodes::kRebuildCurve);
+    context.values["inputCurve"] = bent();
+    context.set("keepControlPoints", 1); // exact
+    context.set("spans", 16384);
+    context.compute("outputCurve");
+    EXPECT_EQ(context.timesUncomputed, 0U);
+    context.set("spans", 16385);
+    context.compute("outputCurve");
+    EXPECT_EQ(context.timesUncomputed, 1U);
+}
+
 TEST(CurveHistory, ClosesCurves)
 {
     ToyContext context(host::nodes::kCloseCurve);
