@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <unordered_set>
+#include <utility>
 
 namespace host::session {
 namespace {
@@ -51,10 +52,16 @@ public:
                 spreadFrom(node);
             }
         }
-        while (!m_open.empty()) {
-            const NodeId carrier = m_open.back();
-            m_open.pop_back();
-            spreadFrom(carrier);
+        while (!m_open.empty() || !m_openChannels.empty()) {
+            if (!m_open.empty()) {
+                const NodeId carrier = m_open.back();
+                m_open.pop_back();
+                spreadFrom(carrier);
+                continue;
+            }
+            const auto [character, channel] = m_openChannels.back();
+            m_openChannels.pop_back();
+            spread(m_graph.node(character).slots[channel]);
         }
         return std::move(m_isFed);
     }
@@ -85,41 +92,21 @@ private:
         m_isFed[plug.node] = true;
         const std::string_view type = typeWord(m_graph.node(plug.node));
         if (type == "character") {
-            followChannel(plug);
+            // It holds the channels of many objects: only what this one feeds is fed.
+            const graph::SlotId channel = m_graph.findSlot(plug);
+            if (m_channels.insert(std::uint64_t{plug.node} << 32 | channel).second) {
+                m_openChannels.emplace_back(plug.node, channel);
+            }
         } else if (isNew && isCarrier(type)) {
             m_open.push_back(plug.node);
-        }
-    }
-
-    /// A character holds the channels of many objects: what is fed is only what this one feeds,
-    /// perhaps through further characters.
-    void followChannel(Plug channel)
-    {
-        std::vector<Plug> open{channel};
-        while (!open.empty()) {
-            const Plug plug = open.back();
-            open.pop_back();
-            const std::uint64_t key = std::uint64_t{plug.node} << 32 | m_graph.findSlot(plug);
-            if (!m_channels.insert(key).second) {
-                continue;
-            }
-            for (const Plug& next : m_graph.outputsOf(plug)) {
-                const bool isNew = !m_isFed[next.node];
-                m_isFed[next.node] = true;
-                const std::string_view type = typeWord(m_graph.node(next.node));
-                if (type == "character") {
-                    open.push_back(next);
-                } else if (isNew && isCarrier(type)) {
-                    m_open.push_back(next.node);
-                }
-            }
         }
     }
 
     static constexpr std::uint32_t kNone = 0xffffffff;
     const Graph& m_graph;
     std::vector<bool> m_isFed;
-    std::vector<NodeId> m_open;                   ///< carriers that curves feed
+    std::vector<NodeId> m_open;                                   ///< carriers that curves feed
+    std::vector<std::pair<NodeId, graph::SlotId>> m_openChannels; ///< channels that curves feed
     std::unordered_set<std::uint64_t> m_channels; ///< of characters, that were followed
 };
 
