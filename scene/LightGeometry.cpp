@@ -1,4 +1,6 @@
 #include "scene/LightGeometry.h"
+#include "sceneapi/orvScene_api.h"
+#include "sceneapi/orvSceneapi_oo.h"
 
 #include "scene/Material.h"
 
@@ -46,6 +48,14 @@ void LightGeometry::setDefinitionId(std::uint64_t id)
 std::uint64_t LightGeometry::definitionId() const
 {
     return m_definitionId;
+}
+
+void LightGeometry::writeInstance(orvSceneapi_oo& oo) const
+{
+    oo.sceneApi()->beginGeometry("instance");
+    // ids are counted in 32 bits; the file shows them as a signed number
+    oo.intParameter("id", static_cast<std::int32_t>(static_cast<std::uint32_t>(m_definitionId)));
+    oo.sceneApi()->endGeometry();
 }
 
 } // namespace orv

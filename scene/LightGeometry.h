@@ -42,6 +42,8 @@ public:
 protected:
     /// The name without the copy that `getName` makes.
     const std::string& name() const { return m_name; }
+    /// Writes the geometry block of a defined geometry: a reference to its definition.
+    void writeInstance(orvSceneapi_oo& oo) const;
 
 private:
     std::string m_name;

@@ -237,14 +237,11 @@ void TriangleObject::releaseStorage()
 
 void TriangleObject::writeGeometry(orvSceneapi_oo& oo) const
 {
-    if (!isDefined()) {
+    if (isDefined()) {
+        writeInstance(oo);
+    } else {
         writeArrays(oo);
-        return;
     }
-    oo.sceneApi()->beginGeometry("instance");
-    // ids are counted in 32 bits; the file shows them as a signed number
-    oo.intParameter("id", static_cast<std::int32_t>(static_cast<std::uint32_t>(definitionId())));
-    oo.sceneApi()->endGeometry();
 }
 
 void TriangleObject::writeArrays(orvSceneapi_oo& oo) const

@@ -1,5 +1,6 @@
 // Opening and beginning scenes, and time.
 #include "host/session/Session.h"
+#include "host/session/plugLookup.h"
 
 #include "host/file/ascii/readAscii.h"
 #include "host/math/units.h"
@@ -36,19 +37,6 @@ std::string absolutePath(std::string_view utf8Path)
     const std::filesystem::path path(std::u8string(utf8Path.begin(), utf8Path.end()));
     const std::filesystem::path absolute = std::filesystem::absolute(path, error);
     return error ? std::string(utf8Path) : utf8(absolute.lexically_normal());
-}
-
-Plug topPlug(const Graph& graph, NodeId node, std::string_view attribute)
-{
-    const AttributeIndex index =
-        node == kNoNode ? kNoAttribute : graph.findAttribute(node, attribute);
-    return index == kNoAttribute ? Plug{} : Plug{node, index, graph::kNoSlot, -1};
-}
-
-Value storedValue(const Graph& graph, NodeId node, std::string_view attribute)
-{
-    const Plug plug = topPlug(graph, node, attribute);
-    return plug ? graph.storedValue(plug) : Value();
 }
 
 /// Ticks of a frame number, kept inside what a count of ticks can hold.

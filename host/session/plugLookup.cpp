@@ -149,6 +149,19 @@ std::vector<AttributeIndex> numericLeaves(const Graph& graph, NodeId node, Attri
     return leaves;
 }
 
+graph::Plug topPlug(const graph::Graph& graph, graph::NodeId node, std::string_view attribute)
+{
+    const AttributeIndex index =
+        node == graph::kNoNode ? kNoAttribute : graph.findAttribute(node, attribute);
+    return index == kNoAttribute ? graph::Plug{} : graph::Plug{node, index, graph::kNoSlot, -1};
+}
+
+Value storedValue(const graph::Graph& graph, graph::NodeId node, std::string_view attribute)
+{
+    const graph::Plug plug = topPlug(graph, node, attribute);
+    return plug ? graph.storedValue(plug) : Value();
+}
+
 PlugShape shapeOfAttribute(const Graph& graph, NodeId node, AttributeIndex attribute)
 {
     const Attribute row = graph.attribute(node, attribute);

@@ -23,6 +23,13 @@ AttributeIndex attributeAt(const graph::Graph& graph, graph::NodeId node, const 
 graph::Plug plugAt(graph::Graph& graph, graph::NodeId node, const PlugPath& path,
                    std::int32_t instance = 0);
 
+/// The plug of an attribute by its long or short name; null plug when there is no such node or
+/// attribute.
+graph::Plug topPlug(const graph::Graph& graph, graph::NodeId node, std::string_view attribute);
+
+/// What is stored there; empty when nothing is.
+Value storedValue(const graph::Graph& graph, graph::NodeId node, std::string_view attribute);
+
 /// What an attribute takes.
 PlugShape shapeOfAttribute(const graph::Graph& graph, graph::NodeId node, AttributeIndex attribute);
 

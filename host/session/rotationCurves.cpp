@@ -2,6 +2,7 @@
 
 #include "host/nodes/animation/keptCurve.h"
 #include "host/nodes/wholeNumber.h"
+#include "host/session/plugLookup.h"
 
 #include <algorithm>
 #include <array>
@@ -13,22 +14,14 @@ namespace {
 
 using geometry::RotationBlend;
 using graph::Graph;
-using graph::kNoSlot;
 using graph::NodeId;
 using graph::Plug;
 
 constexpr std::array<std::string_view, 3> kChannels{"rotateX", "rotateY", "rotateZ"};
 
-Plug topPlug(const Graph& graph, NodeId node, std::string_view attribute)
-{
-    const AttributeIndex index = graph.findAttribute(node, attribute);
-    return index == kNoAttribute ? Plug{} : Plug{node, index, kNoSlot, -1};
-}
-
 double storedNumber(const Graph& graph, NodeId node, std::string_view attribute, double fallback)
 {
-    const Plug plug = topPlug(graph, node, attribute);
-    return plug ? graph.storedValue(plug).number(fallback) : fallback;
+    return storedValue(graph, node, attribute).number(fallback);
 }
 
 std::optional<RotationBlend> blendOf(const Graph& graph, NodeId curve)
