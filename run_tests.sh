@@ -19,9 +19,12 @@ cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz --target maya_importer ascii_fuzzer
 run tools/lint.sh --no-tidy
 run tests/fuzz/run_fuzzer.sh build/fuzz/bin/ascii_fuzzer "${ORV_FUZZ_SECONDS:-60}"
-# Wine makes its folder at the first start; two programs that start at once must not both try.
+# Wine makes its folder at the first start; two programs that start at once must not both try. One server serves all of them:
+# without it a program that starts while the last one's server ends may fail.
 export WINEPREFIX="$PWD/build/windows/wine"
 tools/wine.sh build/windows/bin/test_host_support.exe >/dev/null 2>&1 || true
+wineserver --persistent </dev/null >/dev/null 2>&1 || true
+trap "wineserver --kill >/dev/null 2>&1 || true" EXIT
 run ctest --test-dir build/dev --output-on-failure -j "$jobs"
 run ctest --test-dir build/windows --output-on-failure -j "$jobs"
 run ctest --test-dir build/release --output-on-failure -j "$jobs"

@@ -36,7 +36,7 @@ def convert(importer, scene, folder, split):
     output = os.path.join(folder, 'split.obx' if split else 'whole.obx')
     done = importer.run(scene, output, folder, split_layers=split, frame=1)
     if done.returncode:
-        raise obx.SyntaxFault(0, 'exit status %d' % done.returncode)
+        raise obx.SyntaxFault(0, 'exit status %d %s' % (done.returncode, done.stderr[-300:].decode('utf-8', 'replace')))
     return obx.read(output)
 
 

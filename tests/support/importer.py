@@ -40,6 +40,13 @@ class Importer:
         return self.runner + [self.program] + [argument(key, value) for key, value in values.items()]
 
     def run(self, scene, output, folder, environment=None, **settings):
+        done = self.run_once(scene, output, folder, environment, settings)
+        # Wine can fail to start a program, rarely and without a word; the importer says why it fails
+        if self.foreign and done.returncode and not done.stdout and not done.stderr:
+            done = self.run_once(scene, output, folder, environment, settings)
+        return done
+
+    def run_once(self, scene, output, folder, environment, settings):
         env = dict(os.environ, **(environment or {}))
         if not self.foreign:
             env.setdefault('ASAN_OPTIONS', 'detect_leaks=0')
