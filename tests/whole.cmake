@@ -26,6 +26,7 @@ endfunction()
 
 script_test(layers tools/check_layers.py ${PROJECT_SOURCE_DIR})
 script_test(tables tools/make_node_tables.py --check)
+script_test(tables.typeCodes tools/make_type_codes.py --check)
 script_test(whole.reader tests/whole/readerTest.py)
 script_test(corpus.compareMesh tests/corpus/compareMeshTest.py)
 
