@@ -154,14 +154,4 @@ std::optional<bool> booleanOfWord(std::string_view word)
     return number ? std::optional(*number != 0) : std::nullopt;
 }
 
-std::int32_t toInt32(double number)
-{
-    constexpr double kLowest = std::numeric_limits<std::int32_t>::min();
-    constexpr double kHighest = std::numeric_limits<std::int32_t>::max();
-    if (number != number) {
-        return 0;
-    }
-    return static_cast<std::int32_t>(std::clamp(number, kLowest, kHighest));
-}
-
 } // namespace host::file::ascii

@@ -2,6 +2,8 @@
 // inline, eight characters at a time; everything else is left to numbers.cpp.
 #pragma once
 
+#include "host/file/toInt32.h"
+
 #include <array>
 #include <bit>
 #include <cfloat>
@@ -48,9 +50,6 @@ std::optional<double> numberOfWord(std::string_view word);
 
 /// The truth of a word: the boolean words, or a number (true unless zero). None for other words.
 std::optional<bool> booleanOfWord(std::string_view word);
-
-/// A number as a 32-bit integer: the fraction is cut off, the range's ends clamp, nan is 0.
-std::int32_t toInt32(double number);
 
 namespace detail {
 

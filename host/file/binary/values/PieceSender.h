@@ -1,0 +1,60 @@
+// Hands numbers over in pieces.
+#pragma once
+
+#include "host/file/binary/values/values.h"
+
+#include <cstddef>
+#include <span>
+
+namespace host::file::binary {
+
+/// Numbers of a piece: a buffer that stays in the processor's cache.
+inline constexpr std::size_t kPieceNumbers = 32768;
+
+/// Sends elements of numbers, one command after another along the plug's running step.
+class PieceSender {
+public:
+    PieceSender(Reader& reader, ValueTask& task)
+        : m_reader(reader)
+        , m_command(task.command)
+        , m_step(task.command.plug.steps[runningStep(task.command.plug)])
+    {
+        m_command.payload = SetAttribute::Payload::Numbers;
+    }
+
+    /// `numbers` are whole elements of `width` numbers.
+    template<class T>
+    void send(std::span<const T> numbers, std::size_t width)
+    {
+        const std::int64_t count = static_cast<std::int64_t>(numbers.size() / width);
+        if (m_step.hasIndex()) {
+            m_step.last = m_step.first + count - 1;
+        }
+        m_command.numbers = blockOf(numbers, width);
+        m_reader.sink.setAttribute(m_command);
+        if (m_step.hasIndex()) {
+            m_step.first += count;
+            m_step.last = m_step.first;
+        }
+    }
+
+private:
+    static NumberBlock blockOf(std::span<const float> numbers, std::size_t width)
+    {
+        return {NumberStorage::Float, width, numbers, {}, {}};
+    }
+    static NumberBlock blockOf(std::span<const double> numbers, std::size_t width)
+    {
+        return {NumberStorage::Double, width, {}, numbers, {}};
+    }
+    static NumberBlock blockOf(std::span<const std::int32_t> numbers, std::size_t width)
+    {
+        return {NumberStorage::Int32, width, {}, {}, numbers};
+    }
+
+    Reader& m_reader;
+    SetAttribute& m_command;
+    PlugStep& m_step;
+};
+
+} // namespace host::file::binary
