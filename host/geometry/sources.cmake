@@ -5,7 +5,9 @@ set(SOURCES
     mesh/PolygonCutter.cpp
     mesh/ReflexGrid.cpp
     mesh/buildTopology.cpp
-    mesh/faceList.cpp
+    mesh/componentList.cpp
+    mesh/edit/MeshLinks.cpp
+    mesh/edit/MeshRewriter.cpp
     mesh/normalIds.cpp
     mesh/normals.cpp
     mesh/polygon.cpp

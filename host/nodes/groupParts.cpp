@@ -2,7 +2,7 @@
 #include "host/nodes/nodeTypes.h"
 
 #include "host/geometry/mesh/MeshData.h"
-#include "host/geometry/mesh/faceList.h"
+#include "host/geometry/mesh/componentList.h"
 
 #include <algorithm>
 #include <array>

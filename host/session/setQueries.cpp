@@ -2,7 +2,7 @@
 #include "host/session/SessionState.h"
 #include "host/session/plugLookup.h"
 
-#include "host/geometry/mesh/faceList.h"
+#include "host/geometry/mesh/componentList.h"
 
 #include <algorithm>
 #include <unordered_map>

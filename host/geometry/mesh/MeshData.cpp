@@ -88,6 +88,24 @@ bool isFaceList(const std::shared_ptr<const std::vector<std::uint32_t>>& faces,
     return isClimbing && faces->back() < faceCount;
 }
 
+/// True when the numbers climb, exist and have a value each.
+bool isCreaseList(std::span<const std::uint32_t> parts, std::size_t valueCount, std::size_t total)
+{
+    const bool isClimbing =
+        std::adjacent_find(parts.begin(), parts.end(), std::greater_equal<>()) == parts.end();
+    return isClimbing && parts.size() == valueCount && (parts.empty() || parts.back() < total);
+}
+
+bool hasValidCreases(const MeshData& mesh)
+{
+    if (mesh.creases == nullptr) {
+        return true;
+    }
+    const MeshCreases& creases = *mesh.creases;
+    return isCreaseList(creases.edges, creases.edgeValues.size(), mesh.topology->edges.size()) &&
+           isCreaseList(creases.vertices, creases.vertexValues.size(), mesh.topology->vertexCount);
+}
+
 } // namespace
 
 bool isConsistent(const MeshData& mesh)
@@ -103,7 +121,7 @@ bool isConsistent(const MeshData& mesh)
     return std::all_of(
                mesh.uvSets.begin(), mesh.uvSets.end(),
                [&](const UvSet& set) { return isValidUvSet(set, topology.corners.size()); }) &&
-           isFaceList(mesh.invisibleFaces, topology.faceCount()) &&
+           isFaceList(mesh.invisibleFaces, topology.faceCount()) && hasValidCreases(mesh) &&
            std::all_of(mesh.groups.begin(), mesh.groups.end(), [&](const FaceGroup& group) {
                return isFaceList(group.faces, topology.faceCount());
            });

@@ -80,6 +80,15 @@ enum class QuadSplit : std::uint8_t {
     BestShape = 2 ///< see `bestDiagonal`
 };
 
+/// How sharp edges and vertices stay when the mesh is smoothed: 0 not at all; parts not listed are
+/// 0.
+struct MeshCreases {
+    std::vector<std::uint32_t> edges; ///< ascending
+    std::vector<float> edgeValues;    ///< one each
+    std::vector<std::uint32_t> vertices;
+    std::vector<float> vertexValues;
+};
+
 struct MeshData {
     std::shared_ptr<const MeshTopology> topology; ///< never null
     std::shared_ptr<const std::vector<Vec3f>>
@@ -90,6 +99,7 @@ struct MeshData {
     std::string currentUvSet;
     std::shared_ptr<const std::vector<std::uint32_t>> invisibleFaces; ///< ascending; may be null
     std::vector<FaceGroup> groups;
+    std::shared_ptr<const MeshCreases> creases; ///< may be null
     NormalWeighting normalWeighting = NormalWeighting::AngleAndArea;
     QuadSplit quadSplit = QuadSplit::BestShape;
 };

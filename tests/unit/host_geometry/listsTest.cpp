@@ -1,4 +1,4 @@
-#include "host/geometry/mesh/faceList.h"
+#include "host/geometry/mesh/componentList.h"
 #include "host/geometry/mesh/tweak.h"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,325 @@
+#include "host/geometry/mesh/edit/MeshRewriter.h"
+
+#include "host/geometry/mesh/edit/MeshLinks.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace host::geometry {
+namespace {
+
+constexpr std::uint32_t kGone = 0xffffffff;
+
+/// New numbers of the parts that are kept, in order; kGone for the others.
+std::vector<std::uint32_t> closeUp(const std::vector<bool>& isKept)
+{
+    std::vector<std::uint32_t> numbers(isKept.size(), kGone);
+    std::uint32_t next = 0;
+    for (std::size_t i = 0; i < isKept.size(); ++i) {
+        if (isKept[i]) {
+            numbers[i] = next++;
+        }
+    }
+    return numbers;
+}
+
+template<class T>
+void keepOnly(std::vector<T>& parts, const std::vector<std::uint32_t>& numbers)
+{
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        if (numbers[i] != kGone) {
+            parts[kept++] = parts[i];
+        }
+    }
+    parts.resize(kept);
+}
+
+} // namespace
+
+MeshRewriter::MeshRewriter(const MeshData& before)
+    : m_before(before)
+    , m_edges(before.topology->edges)
+    , m_edgeSmooth(before.topology->edgeSmooth)
+    , m_edgeSource(before.topology->edges.size())
+{
+    if (before.points != nullptr) {
+        m_points = *before.points;
+    }
+    std::iota(m_edgeSource.begin(), m_edgeSource.end(), 0U);
+    for (const UvSet& set : before.uvSets) {
+        WrittenUvs written;
+        if (set.points != nullptr) {
+            written.points = *set.points;
+        }
+        written.before = set.corners.get();
+        m_uvSets.push_back(std::move(written));
+    }
+}
+
+bool MeshRewriter::hasRoom(std::size_t size)
+{
+    m_isFull = m_isFull || size >= kMaxParts;
+    return !m_isFull;
+}
+
+std::uint32_t MeshRewriter::addPoint(const Vec3f& point)
+{
+    if (hasRoom(m_points.size())) {
+        m_points.push_back(point);
+    }
+    return static_cast<std::uint32_t>(m_points.size() - 1);
+}
+
+std::uint32_t MeshRewriter::addEdge(std::uint32_t start, std::uint32_t end, bool isSmooth,
+                                    std::uint32_t source)
+{
+    if (hasRoom(m_edges.size())) {
+        m_edges.push_back({start, end});
+        m_edgeSmooth.push_back(isSmooth ? 1 : 0);
+        m_edgeSource.push_back(source);
+    }
+    return static_cast<std::uint32_t>(m_edges.size() - 1);
+}
+
+std::int32_t MeshRewriter::addUv(std::size_t set, const Vec2f& point)
+{
+    std::vector<Vec2f>& points = m_uvSets[set].points;
+    if (hasRoom(points.size())) {
+        points.push_back(point);
+    }
+    return static_cast<std::int32_t>(points.size()) - 1;
+}
+
+void MeshRewriter::beginFace(std::uint32_t source)
+{
+    m_faceSource.push_back(source);
+}
+
+std::int32_t MeshRewriter::uvId(std::size_t set, std::uint32_t sourceCorner) const
+{
+    const auto* const before = m_uvSets[set].before;
+    return before != nullptr && sourceCorner < before->size() ? (*before)[sourceCorner] : -1;
+}
+
+void MeshRewriter::addCorner(std::int32_t edgeReference, std::uint32_t sourceCorner)
+{
+    if (!hasRoom(m_corners.size())) {
+        return;
+    }
+    m_corners.push_back(edgeReference);
+    for (std::size_t set = 0; set < m_uvSets.size(); ++set) {
+        m_uvSets[set].corners.push_back(uvId(set, sourceCorner));
+    }
+}
+
+void MeshRewriter::addCorner(std::int32_t edgeReference, std::span<const std::int32_t> uvIds)
+{
+    if (!hasRoom(m_corners.size())) {
+        return;
+    }
+    m_corners.push_back(edgeReference);
+    for (std::size_t set = 0; set < m_uvSets.size(); ++set) {
+        m_uvSets[set].corners.push_back(set < uvIds.size() ? uvIds[set] : -1);
+    }
+}
+
+void MeshRewriter::endLoop()
+{
+    m_loopStart.push_back(static_cast<std::uint32_t>(m_corners.size()));
+}
+
+void MeshRewriter::endFace()
+{
+    if (m_loopStart.back() != m_corners.size() || m_faceLoop.back() + 1 == m_loopStart.size()) {
+        endLoop();
+    }
+    const auto loops = static_cast<std::uint32_t>(m_loopStart.size() - 1);
+    m_hasHoles = m_hasHoles || loops - m_faceLoop.back() > 1;
+    m_faceLoop.push_back(loops);
+}
+
+void MeshRewriter::copyFace(std::uint32_t face)
+{
+    const MeshTopology& topology = *m_before.topology;
+    beginFace(face);
+    for (std::uint32_t loop = topology.firstLoop(face); loop < topology.firstLoop(face + 1);
+         ++loop) {
+        for (std::uint32_t corner = topology.loopStart[loop]; corner < topology.loopStart[loop + 1];
+             ++corner) {
+            addCorner(topology.corners[corner], corner);
+        }
+        endLoop();
+    }
+    endFace();
+}
+
+void MeshRewriter::copyFaces(std::uint32_t first, std::uint32_t end)
+{
+    for (std::uint32_t face = first; face < end; ++face) {
+        copyFace(face);
+    }
+}
+
+void MeshRewriter::removeEdges()
+{
+    std::vector<bool> isKept(m_edges.size());
+    for (const std::int32_t reference : m_corners) {
+        if (edgeOf(reference) < isKept.size()) {
+            isKept[edgeOf(reference)] = true;
+        }
+    }
+    const std::vector<std::uint32_t> numbers = closeUp(isKept);
+    keepOnly(m_edges, numbers);
+    keepOnly(m_edgeSmooth, numbers);
+    keepOnly(m_edgeSource, numbers);
+    for (std::int32_t& reference : m_corners) {
+        if (edgeOf(reference) < numbers.size()) {
+            reference = referenceTo(numbers[edgeOf(reference)], reference < 0);
+        }
+    }
+}
+
+void MeshRewriter::removePoints()
+{
+    std::vector<bool> isKept(m_points.size());
+    for (const MeshEdge& edge : m_edges) {
+        for (const std::uint32_t end : {edge.start, edge.end}) {
+            if (end < isKept.size()) {
+                isKept[end] = true;
+            }
+        }
+    }
+    const std::vector<std::uint32_t> numbers = closeUp(isKept);
+    keepOnly(m_points, numbers);
+    for (MeshEdge& edge : m_edges) {
+        if (edge.start < numbers.size() && edge.end < numbers.size()) {
+            edge = {numbers[edge.start], numbers[edge.end]};
+        }
+    }
+    m_pointNumbers = numbers;
+}
+
+void MeshRewriter::removeUvs(WrittenUvs& set)
+{
+    std::vector<bool> isKept(set.points.size());
+    for (const std::int32_t id : set.corners) {
+        if (id >= 0 && static_cast<std::size_t>(id) < isKept.size()) {
+            isKept[static_cast<std::size_t>(id)] = true;
+        }
+    }
+    const std::vector<std::uint32_t> numbers = closeUp(isKept);
+    keepOnly(set.points, numbers);
+    for (std::int32_t& id : set.corners) {
+        if (id >= 0 && static_cast<std::size_t>(id) < numbers.size()) {
+            id = static_cast<std::int32_t>(numbers[static_cast<std::size_t>(id)]);
+        }
+    }
+}
+
+/// The written faces that come from any of `faces` (ascending).
+std::shared_ptr<const std::vector<std::uint32_t>>
+MeshRewriter::carriedFaces(const std::vector<std::uint32_t>& faces) const
+{
+    std::vector<bool> isMember(m_before.topology->faceCount());
+    for (const std::uint32_t face : faces) {
+        if (face < isMember.size()) {
+            isMember[face] = true;
+        }
+    }
+    std::vector<std::uint32_t> carried;
+    for (std::size_t face = 0; face < m_faceSource.size(); ++face) {
+        const std::uint32_t source = m_faceSource[face];
+        if (source < isMember.size() && isMember[source]) {
+            carried.push_back(static_cast<std::uint32_t>(face));
+        }
+    }
+    return std::make_shared<const std::vector<std::uint32_t>>(std::move(carried));
+}
+
+void MeshRewriter::carryGroups(MeshData& mesh) const
+{
+    for (FaceGroup& group : mesh.groups) {
+        if (group.faces != nullptr) {
+            group.faces = carriedFaces(*group.faces);
+        }
+    }
+    if (mesh.invisibleFaces != nullptr) {
+        mesh.invisibleFaces = carriedFaces(*mesh.invisibleFaces);
+    }
+}
+
+/// Edges keep the crease of the edge that they come from, vertices their own.
+void MeshRewriter::carryCreases(MeshData& mesh) const
+{
+    if (mesh.creases == nullptr) {
+        return;
+    }
+    const MeshCreases& before = *mesh.creases;
+    MeshCreases carried;
+    for (std::size_t edge = 0; edge < m_edgeSource.size(); ++edge) {
+        const auto found =
+            std::lower_bound(before.edges.begin(), before.edges.end(), m_edgeSource[edge]);
+        if (found != before.edges.end() && *found == m_edgeSource[edge]) {
+            const auto position = static_cast<std::size_t>(found - before.edges.begin());
+            carried.edges.push_back(static_cast<std::uint32_t>(edge));
+            carried.edgeValues.push_back(before.edgeValues[position]);
+        }
+    }
+    for (std::size_t i = 0; i < before.vertices.size(); ++i) {
+        const std::uint32_t vertex = before.vertices[i];
+        const std::uint32_t number = m_pointNumbers.empty()           ? vertex
+                                     : vertex < m_pointNumbers.size() ? m_pointNumbers[vertex]
+                                                                      : kGone;
+        if (number != kGone) {
+            carried.vertices.push_back(number);
+            carried.vertexValues.push_back(before.vertexValues[i]);
+        }
+    }
+    mesh.creases = std::make_shared<const MeshCreases>(std::move(carried));
+}
+
+MeshTopology MeshRewriter::takeTopology()
+{
+    MeshTopology topology;
+    topology.vertexCount = static_cast<std::uint32_t>(m_points.size());
+    topology.edges = std::move(m_edges);
+    topology.edgeSmooth = std::move(m_edgeSmooth);
+    topology.corners = std::move(m_corners);
+    topology.loopStart = std::move(m_loopStart);
+    if (m_hasHoles) {
+        topology.faceLoop = std::move(m_faceLoop);
+    }
+    return topology;
+}
+
+std::shared_ptr<const MeshData> MeshRewriter::finish(const Cleaning& cleaning)
+{
+    if (m_isFull) {
+        return nullptr;
+    }
+    if (cleaning.edges) {
+        removeEdges();
+    }
+    if (cleaning.points) {
+        removePoints();
+    }
+    auto mesh = std::make_shared<MeshData>(m_before);
+    mesh->lockedNormals = nullptr;
+    carryGroups(*mesh);
+    carryCreases(*mesh);
+    for (std::size_t set = 0; set < m_uvSets.size(); ++set) {
+        if (cleaning.uvs) {
+            removeUvs(m_uvSets[set]);
+        }
+        using Points = std::vector<Vec2f>;
+        using Ids = std::vector<std::int32_t>;
+        mesh->uvSets[set].points = std::make_shared<const Points>(std::move(m_uvSets[set].points));
+        mesh->uvSets[set].corners = std::make_shared<const Ids>(std::move(m_uvSets[set].corners));
+    }
+    mesh->topology = std::make_shared<const MeshTopology>(takeTopology());
+    mesh->points = std::make_shared<const std::vector<Vec3f>>(std::move(m_points));
+    return isConsistent(*mesh) ? mesh : nullptr;
+}
+
+} // namespace host::geometry

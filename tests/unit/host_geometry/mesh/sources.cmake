@@ -1,0 +1,4 @@
+list(APPEND SOURCES
+    mesh/meshLinksTest.cpp
+    mesh/meshRewriterTest.cpp
+)
