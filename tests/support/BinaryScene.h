@@ -88,6 +88,7 @@ public:
 
     const std::string& bytes() const { return m_bytes; }
     operator const std::string&() const { return m_bytes; }
+    operator std::string_view() const { return m_bytes; }
 
 private:
     BinaryBytes& add(std::uint64_t value, unsigned count)

@@ -40,8 +40,8 @@ inline std::string linesBehind(const std::string& lines, std::string_view openin
     return lines.substr(first, end - first);
 }
 
-/// The commands of value chunks and definitions on a new node of a type's code; the lines of header,
-/// node and end are left out.
+/// The commands of value chunks and definitions on a new node of a type's code; the lines of
+/// header, node and end are left out.
 inline std::string readChunks(const BinaryScene& mb, std::string_view chunks,
                               std::string_view code = "DMSH")
 {

@@ -1,11 +1,19 @@
 # Sources of this test program, one a line, sorted.
 set(SOURCES
     CommandPrinterTest.cpp
+    binaryChunkTest.cpp
+    binaryConnectionsTest.cpp
+    binaryDefinitionsTest.cpp
+    binaryHeaderTest.cpp
+    binaryMeshTest.cpp
+    binaryNodesTest.cpp
+    binaryReferencesTest.cpp
     binaryTypeCodesTest.cpp
     codesetTest.cpp
     facesTest.cpp
     numbersTest.cpp
     payloadsTest.cpp
+    readSceneTest.cpp
     setAttributeTest.cpp
     statementsTest.cpp
 )
