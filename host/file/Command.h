@@ -27,6 +27,8 @@ struct Units {
     std::string_view linear = "cm";
     std::string_view angular = "deg";
     std::string_view time = "film";
+    /// The numbers of attributes that nobody knows are in internal units as well.
+    bool areForDisplay = false;
 };
 
 struct Reference {

@@ -1,10 +1,10 @@
 # Sources of this room, one a line, sorted (main files of programs are not listed).
 set(SOURCES
+    Codeset.cpp
     Command.cpp
     CommandPrinter.cpp
     PayloadText.cpp
     ascii/Arguments.cpp
-    ascii/Codeset.cpp
     ascii/Reader.cpp
     ascii/Scanner.cpp
     ascii/numbers.cpp
@@ -26,4 +26,6 @@ set(SOURCES
     ascii/statements/nodeStatements.cpp
     ascii/statements/sceneStatements.cpp
     ascii/statements/statementTable.cpp
+    readScene.cpp
 )
+include(${CMAKE_CURRENT_LIST_DIR}/binary/sources.cmake)

@@ -55,11 +55,11 @@ void SceneBuilder::currentUnit(const file::Units& units)
 {
     if (const auto linear = findLinearUnit(units.linear)) {
         m_facts.units.linear = linear->shortName;
-        m_linearScale = linear->centimetres;
+        m_linearScale = units.areForDisplay ? 1 : linear->centimetres;
     }
     if (const auto radians = findAngularUnit(units.angular)) {
         m_facts.units.angular = units.angular.substr(0, 3);
-        m_angularScale = *radians;
+        m_angularScale = units.areForDisplay ? 1 : *radians;
     }
     if (const auto ticks = findTimeUnit(units.time)) {
         m_facts.units.time = units.time;

@@ -2,7 +2,7 @@
 #include "host/session/Session.h"
 #include "host/session/plugLookup.h"
 
-#include "host/file/ascii/readAscii.h"
+#include "host/file/readScene.h"
 #include "host/math/units.h"
 #include "host/nodes/allNodeTypes.h"
 #include "host/session/SessionState.h"
@@ -161,7 +161,7 @@ Expected<void> Session::open(std::string_view utf8Path)
     file::ReadOptions options;
     options.progress = [&file](std::size_t done) { file->releaseBefore(done); };
     const Expected<void> read =
-        file::readAscii(std::span(file->data(), file->size()), builder, options);
+        file::readScene(std::span(file->data(), file->size()), builder, options);
     if (!read) {
         newScene();
         return Error{read.error().code, read.error().message, std::string(utf8Path)};

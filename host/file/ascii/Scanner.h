@@ -1,7 +1,7 @@
 // The tokens of a scene's text: one forward walk over bytes that somebody else holds.
 #pragma once
 
-#include "host/file/ascii/Codeset.h"
+#include "host/file/Codeset.h"
 #include "host/file/ascii/numbers.h"
 
 #include <cstddef>

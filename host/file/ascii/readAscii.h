@@ -2,18 +2,13 @@
 #pragma once
 
 #include "host/file/Command.h"
+#include "host/file/ReadOptions.h"
 #include "host/support/Expected.h"
 
 #include <cstddef>
-#include <functional>
 #include <span>
 
 namespace host::file {
-
-struct ReadOptions {
-    /// Called with the number of bytes that are done with, every few MiB; may be empty.
-    std::function<void(std::size_t)> progress;
-};
 
 /// Sends the commands of a scene to `sink`, in one forward pass. What is odd goes to the sink's
 /// `unknown` and `damaged`, and the reading goes on; a file that ends inside a statement delivers

@@ -1,12 +1,12 @@
 // Code pages: which one a file is in, and its strings as UTF-8.
 #include "tests/unit/host_file/readText.h"
 
-#include "host/file/ascii/Codeset.h"
+#include "host/file/Codeset.h"
 
 #include <gtest/gtest.h>
 
-using host::file::ascii::Codeset;
-using host::file::ascii::findCodePage;
+using host::file::Codeset;
+using host::file::findCodePage;
 
 namespace {
 

@@ -11,6 +11,7 @@
 #include <string>
 
 using namespace host::file::ascii;
+using host::file::toInt32;
 
 namespace {
 

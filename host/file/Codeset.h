@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace host::file::ascii {
+namespace host::file {
 
 /// Windows code page numbers that are named in the code.
 inline constexpr unsigned kWesternEuropean = 1252;
@@ -32,7 +32,7 @@ public:
 
     unsigned codePage() const { return m_codePage; }
     /// True when ASCII bytes alone can not be second bytes: strings may be searched byte by byte.
-    bool isDoubleByte() const { return ascii::isDoubleByte(m_codePage); }
+    bool isDoubleByte() const { return file::isDoubleByte(m_codePage); }
     /// Appends `bytes` as UTF-8. What is no character of the code page becomes U+FFFD, one for each
     /// byte; so does everything outside ASCII when the system knows nothing of the code page.
     void append(std::string_view bytes, std::string& utf8);
@@ -46,4 +46,4 @@ private:
     std::optional<platform::CodePage> m_converter; ///< opened for the first text that needs it
 };
 
-} // namespace host::file::ascii
+} // namespace host::file

@@ -1,10 +1,10 @@
-#include "host/file/ascii/Codeset.h"
+#include "host/file/Codeset.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 
-namespace host::file::ascii {
+namespace host::file {
 namespace {
 
 constexpr std::string_view kReplacement = "\xef\xbf\xbd"; // U+FFFD
@@ -186,4 +186,4 @@ void Codeset::append(std::string_view bytes, std::string& utf8)
     }
 }
 
-} // namespace host::file::ascii
+} // namespace host::file
