@@ -3,6 +3,7 @@ set(SOURCES
     CommandPrinterTest.cpp
     binaryChunkTest.cpp
     binaryConnectionsTest.cpp
+    binaryDamageTest.cpp
     binaryDefinitionsTest.cpp
     binaryHeaderTest.cpp
     binaryMeshTest.cpp
