@@ -290,6 +290,9 @@ KIND_OF_ATTRIBUTE = {
     ("gammaCorrect", "outValue"): "Float", ("closestPointOnMesh", "closestFaceIndex"): "Long",
     ("closestPointOnMesh", "closestVertexIndex"): "Long",
 }
+for axis in "XYZ":
+    for constraint in ("aimConstraint", "orientConstraint"):
+        KIND_OF_ATTRIBUTE[constraint, f"offset{axis}"] = "DoubleAngle"
 for axis in "TU":
     for value, kind in (("A", "DoubleAngle"), ("L", "DoubleLinear"), ("T", "Time"), ("U", "Double")):
         curve = f"animCurve{axis}{value}"
