@@ -6,8 +6,6 @@ set(SOURCES
     mesh/ReflexGrid.cpp
     mesh/buildTopology.cpp
     mesh/componentList.cpp
-    mesh/edit/MeshLinks.cpp
-    mesh/edit/MeshRewriter.cpp
     mesh/normalIds.cpp
     mesh/normals.cpp
     mesh/polygon.cpp
@@ -15,6 +13,6 @@ set(SOURCES
     mesh/triangulate.cpp
     mesh/tweak.cpp
 )
-foreach(folder animation curve hair nurbs tessellation)
+foreach(folder animation curve hair mesh/edit mesh/primitives mesh/shape mesh/texture nurbs tessellation)
     include(${CMAKE_CURRENT_LIST_DIR}/${folder}/sources.cmake)
 endforeach()

@@ -5,6 +5,10 @@
 #include "host/nodes/hair/allHairNodes.h"
 #include "host/nodes/nodeTypes.h"
 #include "host/nodes/nurbs/allNurbsNodes.h"
+#include "host/nodes/polygon/creators/allPolygonCreatorNodes.h"
+#include "host/nodes/polygon/shape/allPolygonShapeNodes.h"
+#include "host/nodes/polygon/texture/allPolygonTextureNodes.h"
+#include "host/nodes/polygon/topology/allPolygonTopologyNodes.h"
 
 #include <algorithm>
 #include <array>
@@ -26,8 +30,9 @@ bool byType(const NodeCompute* left, const NodeCompute* right)
 std::vector<const NodeCompute*> gather()
 {
     std::vector<const NodeCompute*> rows(kCommonNodes.begin(), kCommonNodes.end());
-    for (const auto folder :
-         {allAnimationNodes(), allArithmeticNodes(), allHairNodes(), allNurbsNodes()}) {
+    for (const auto folder : {allAnimationNodes(), allArithmeticNodes(), allHairNodes(),
+                              allNurbsNodes(), allPolygonCreatorNodes(), allPolygonShapeNodes(),
+                              allPolygonTextureNodes(), allPolygonTopologyNodes()}) {
         rows.insert(rows.end(), folder.begin(), folder.end());
     }
     std::stable_sort(rows.begin(), rows.end(), byType);

@@ -11,6 +11,6 @@ set(SOURCES
     transformParts.cpp
     unitConversion.cpp
 )
-foreach(folder animation arithmetic hair nurbs)
-    include(${CMAKE_CURRENT_LIST_DIR}/${folder}/sources.cmake)
+foreach(room animation arithmetic hair nurbs polygon)
+    include(${CMAKE_CURRENT_LIST_DIR}/${room}/sources.cmake)
 endforeach()

@@ -1,0 +1,4 @@
+list(APPEND SOURCES
+    mesh/edit/MeshLinks.cpp
+    mesh/edit/MeshRewriter.cpp
+)

@@ -1,0 +1,19 @@
+#include "host/nodes/polygon/texture/allPolygonTextureNodes.h"
+
+#include "host/nodes/polygon/texture/polygonTextureTypes.h"
+
+#include <array>
+
+namespace host::nodes {
+namespace {
+
+constinit const std::array<const NodeCompute*, 0> kNodes{};
+
+} // namespace
+
+std::span<const NodeCompute* const> allPolygonTextureNodes()
+{
+    return kNodes;
+}
+
+} // namespace host::nodes

@@ -1,0 +1,3 @@
+list(APPEND SOURCES
+    polygon/topology/allPolygonTopologyNodes.cpp
+)

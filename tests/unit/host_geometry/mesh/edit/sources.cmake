@@ -1,0 +1,4 @@
+list(APPEND SOURCES
+    mesh/edit/meshLinksTest.cpp
+    mesh/edit/meshRewriterTest.cpp
+)

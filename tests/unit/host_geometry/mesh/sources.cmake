@@ -1,4 +1,0 @@
-list(APPEND SOURCES
-    mesh/meshLinksTest.cpp
-    mesh/meshRewriterTest.cpp
-)
