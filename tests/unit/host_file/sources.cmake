@@ -8,6 +8,7 @@ set(SOURCES
     binaryHeaderTest.cpp
     binaryMeshTest.cpp
     binaryNodesTest.cpp
+    binaryNumbersTest.cpp
     binaryReferencesTest.cpp
     binaryTypeCodesTest.cpp
     codesetTest.cpp
