@@ -18,6 +18,17 @@ void skipQuietly(Reader& reader, const Chunk& group)
     reader.understood("Maya", group);
 }
 
+/// A chunk that means nothing here, or whose kind the file no longer has.
+void leaveOut(Reader& reader, std::string_view section, const Chunk& chunk)
+{
+    if (!chunk.isCut) {
+        reader.unknown(section, chunk);
+        return;
+    }
+    reader.announce(chunk);
+    reader.damaged(section, chunk, kCutShort);
+}
+
 /// A list of kind CONS holds the group of connections.
 void readConnectionList(Reader& reader, const Chunk& group)
 {
@@ -26,7 +37,7 @@ void readConnectionList(Reader& reader, const Chunk& group)
         if (chunk->isGroup && chunk->kind == Tag("CONN")) {
             readConnections(reader, *chunk);
         } else {
-            reader.unknown("CONS", *chunk);
+            leaveOut(reader, "CONS", *chunk);
         }
     }
 }
@@ -61,7 +72,7 @@ void readScene(Reader& reader, const Chunk& scene)
         if (chunk->isGroup) {
             readSection(reader, *chunk);
         } else {
-            reader.unknown("Maya", *chunk);
+            leaveOut(reader, "Maya", *chunk);
         }
         reader.passProgress(walk.position());
     }
