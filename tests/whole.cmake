@@ -55,3 +55,8 @@ foreach(folder corpus fuzz)
         add_subdirectory(${CMAKE_CURRENT_LIST_DIR}/${folder} ${CMAKE_CURRENT_BINARY_DIR}/${folder})
     endif()
 endforeach()
+
+if(TARGET print_plugs AND TARGET maya_importer)
+    script_test(corpus.sameScene tests/corpus/sameScene.py ${ORV_RUNNER} --printer $<TARGET_FILE:print_plugs>
+        --importer $<TARGET_FILE:maya_importer>)
+endif()

@@ -7,20 +7,18 @@
 #include "host/file/ascii/readAscii.h"
 #include "platform/MappedFile.h"
 #include "platform/programMain.h"
+#include "tests/corpus/scenesBelow.h"
 #include "tests/support/NodeTableSink.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace {
-
-namespace fs = std::filesystem;
 
 struct KnownDamage {
     std::string_view fileName;
@@ -51,21 +49,6 @@ struct Totals {
     std::map<std::string, std::size_t> unknownWords;
 };
 
-std::vector<std::string> scenesBelow(const char* folder)
-{
-    std::vector<std::string> paths;
-    std::error_code error;
-    for (fs::recursive_directory_iterator it(fs::path(folder), error), end; !error && it != end;
-         it.increment(error)) {
-        if (it->path().extension() == ".ma" && it->is_regular_file(error)) {
-            const std::u8string path = it->path().u8string();
-            paths.emplace_back(path.begin(), path.end());
-        }
-    }
-    std::sort(paths.begin(), paths.end());
-    return paths;
-}
-
 void readScene(const std::string& path, Totals& totals)
 {
     ++totals.files;
@@ -95,8 +78,7 @@ void readScene(const std::string& path, Totals& totals)
 int programMain(int argc, char** argv)
 {
     const char* const folder = argc > 1 ? argv[1] : std::getenv("ORV_CORPUS");
-    const std::vector<std::string> paths =
-        folder == nullptr ? std::vector<std::string>() : scenesBelow(folder);
+    const std::vector<std::string> paths = test::scenesBelow(folder, ".ma");
     if (paths.empty()) {
         std::printf("skipped: 0 scenes found (ORV_CORPUS names no folder with .ma files)\n");
         return 0;
