@@ -9,7 +9,9 @@ set(SOURCES
     binaryMeshTest.cpp
     binaryNodesTest.cpp
     binaryNumbersTest.cpp
+    binaryNurbsTest.cpp
     binaryReferencesTest.cpp
+    binaryTextsTest.cpp
     binaryTypeCodesTest.cpp
     codesetTest.cpp
     facesTest.cpp
