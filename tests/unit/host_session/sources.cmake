@@ -1,6 +1,7 @@
 set(SOURCES
     animationCostTest.cpp
     animationCurveTest.cpp
+    binaryOpenTest.cpp
     curveTruthTest.cpp
     dagTest.cpp
     defaultSceneTest.cpp
