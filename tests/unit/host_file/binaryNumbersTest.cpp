@@ -13,6 +13,7 @@ using test::BinaryScene;
 using test::kMaya2011;
 using test::kMaya2015;
 using test::kMaya2019;
+using test::readChunks;
 using test::readValueChunk;
 
 namespace {
@@ -201,6 +202,15 @@ TEST(BinaryNumbers, LengthsThatDoNotFit)
     EXPECT_EQ(read("CMPD", "zz", "123456"), damaged("CMPD", "elements of 6 bytes"));
     EXPECT_EQ(read("CMPD", "zz", std::string(8 * 32769, '\0')),
               damaged("CMPD", "elements of 262152 bytes"));
+}
+
+TEST(BinaryNumbers, WithoutNumbersOnlyTheSettingsAreTold)
+{
+    const BinaryScene mb(kMaya2019);
+    for (const std::string_view tag : {"DBLE", "DBL3", "FLT3", "CMPD"}) {
+        EXPECT_EQ(readChunks(mb, mb.value(tag, test::BinaryPlug("zz", 0x20u, 7u)), "XFRM"),
+                  "setAttr .zz keyable off locked off channelBox off size 7\n");
+    }
 }
 
 TEST(BinaryNumbers, CompoundsWithOtherMembers)

@@ -8,14 +8,10 @@
 namespace host::file::binary {
 
 /// Sends what `take` reads from the cursor for each element of the plug, up to the first one that
-/// does not fit; a chunk without any is a type without data: no value.
+/// does not fit.
 template<class Take>
 void sendEachElement(Reader& reader, ValueTask& task, Take take)
 {
-    if (task.cursor.isAtEnd()) {
-        sendValue(reader, task, Value());
-        return;
-    }
     PlugStep& step = task.command.plug.steps[runningStep(task.command.plug)];
     for (std::size_t i = 0; i < task.count; ++i) {
         auto data = take(task.cursor);

@@ -139,11 +139,6 @@ void readPieces(Reader& reader, ValueTask& task, const NumberLayout& layout)
 
 void readNumbers(Reader& reader, ValueTask& task)
 {
-    if (task.cursor.isAtEnd()) {
-        task.command.payload = SetAttribute::Payload::None;
-        reader.sink.setAttribute(task.command);
-        return;
-    }
     if (hasSparseForm(task)) {
         readSparseNumbers(reader, task);
         return;
