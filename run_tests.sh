@@ -1,5 +1,5 @@
 #!/bin/sh
-# Builds and runs all tests: release, AddressSanitizer + UndefinedBehaviorSanitizer, 64-bit Windows under Wine, the fuzzer for a minute.
+# Builds and runs all tests: release, AddressSanitizer + UndefinedBehaviorSanitizer, 64-bit Windows under Wine, the fuzzers for half a minute each.
 # Works again when run twice. ORV_CORPUS may name a folder of real scenes (see docs/testing.md); without it those tests say "skipped".
 set -e
 cd "$(dirname "$0")"
@@ -14,11 +14,13 @@ for preset in release dev windows; do
     cmake --preset "$preset" -DORV_TESTS=ON >/dev/null
     cmake --build --preset "$preset"
 done
-echo "== build clang and the fuzzer"
+echo "== build clang and the fuzzers"
 cmake --preset fuzz >/dev/null
-cmake --build --preset fuzz --target maya_importer ascii_fuzzer
+cmake --build --preset fuzz --target maya_importer ascii_fuzzer binary_fuzzer
 run tools/lint.sh --no-tidy
-run tests/fuzz/run_fuzzer.sh build/fuzz/bin/ascii_fuzzer "${ORV_FUZZ_SECONDS:-60}"
+for format in ascii binary; do
+    run tests/fuzz/run_fuzzer.sh "build/fuzz/bin/${format}_fuzzer" "$((${ORV_FUZZ_SECONDS:-60} / 2))"
+done
 # Wine makes its folder at the first start; two programs that start at once must not both try. One server serves all of them:
 # without it a program that starts while the last one's server ends may fail.
 export WINEPREFIX="$PWD/build/windows/wine"

@@ -15,7 +15,7 @@ if(CMAKE_CROSSCOMPILING_EMULATOR OR ORV_SANITIZE)
     set(ORV_SETTINGS_SHARE 1)
 endif()
 file(GLOB ORV_EXAMPLES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/examples/*.ma)
-file(GLOB ORV_SEEDS CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/fuzz/seeds/*.ma)
+file(GLOB ORV_SEEDS CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/fuzz/ascii/seeds/*.ma)
 
 # script_test(NAME SCRIPT ARGUMENT...): a Python script of the project as a test; "skipped:" on a line counts as skipped.
 function(script_test name script)
