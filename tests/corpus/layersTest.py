@@ -1,35 +1,24 @@
 #!/usr/bin/env python3
-"""Splits the real scenes that have members in display layers, and compares the result with the connections in their texts.
+"""Splits the real scenes that have members in display layers, and compares the result with their connections.
 
   ORV_CORPUS=FOLDER layersTest.py --importer MAYA_IMPORTER [--runner WRAPPER] [--only TEXT]
 
-What a layer must hold is worked out from the scene's text and from the same scene converted without a split: one copy for
+What a layer must hold is worked out from the scene's file (.ma, .mb) and from the same scene converted without a split: one copy for
 each connected member that has a group, in the order of the connections, flat, with the product of the matrices on the way
 to it. Hidden layers must take the geometry of their members out of the scene. Without ORV_CORPUS nothing is run.
 """
 import argparse
 import os
-import re
 import sys
 import tempfile
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path[:0] = [HERE, os.path.join(HERE, '..', 'support')]
+import mayaScene
 import obx
 from importer import Importer
 
-CREATED = re.compile(r'^createNode displayLayer (?:-s )?-n "([^"]*)"', re.M)
-MEMBER = re.compile(r'^connectAttr "([^"]*)\.di" "([^"]*)\.do"', re.M)
 CLOSE = 1e-5  # for each matrix on the way, written with six digits
-
-
-def members_of(text):
-    """Layers in the order of their creation, each with the names of its members in the order of connections."""
-    layers = {name: [] for name in CREATED.findall(text)}
-    for layer, member in MEMBER.findall(text):
-        layers.setdefault(layer.lstrip(':'), []).append(member)
-    layers.pop('defaultLayer', None)
-    return layers
 
 
 def convert(importer, scene, folder, split):
@@ -64,8 +53,7 @@ def compare_layer(name, members, group, whole, wrong):
             wrong.append('layer %s: the copy of %s stands elsewhere' % (name, copy.name))
 
 
-def check(importer, scene, text):
-    layers = members_of(text)
+def check(importer, scene, layers):
     wrong = []
     with tempfile.TemporaryDirectory() as folder:
         whole = places(convert(importer, scene, folder, False))
@@ -101,23 +89,20 @@ def main():
         return 0
     importer = Importer(options.importer, options.runner)
     scenes = copies = failed = 0
-    for place, _, files in sorted(os.walk(os.path.abspath(folder))):
-        for name in sorted(files):
-            path = os.path.join(place, name)
-            if not name.endswith('.ma') or options.only not in path:
-                continue
-            with open(path, encoding='utf-8', errors='replace') as file:
-                text = file.read()
-            if not MEMBER.search(text):
-                continue
-            try:
-                count, wrong = check(importer, path, text)
-            except obx.SyntaxFault as fault:
-                count, wrong = 0, [str(fault)]
-            scenes, copies, failed = scenes + 1, copies + count, failed + bool(wrong)
-            print('%-6s %s: %d copies in layers' % ('FAILED' if wrong else 'ok', name, count))
-            for line in wrong[:10]:
-                print('         ' + line)
+    folder = os.path.abspath(folder)
+    for name in mayaScene.scenes_below(folder, options.only):
+        path = os.path.join(folder, name)
+        layers = mayaScene.layer_members(path)
+        if layers is None:
+            continue
+        try:
+            count, wrong = check(importer, path, layers)
+        except obx.SyntaxFault as fault:
+            count, wrong = 0, [str(fault)]
+        scenes, copies, failed = scenes + 1, copies + count, failed + bool(wrong)
+        print('%-6s %s: %d copies in layers' % ('FAILED' if wrong else 'ok', name, count))
+        for line in wrong[:10]:
+            print('         ' + line)
     print('%d scenes with members in layers, %d failed; %d members found in their layers' % (scenes, failed, copies))
     return 1 if failed else 0
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Converts every text scene of a folder of real ones under many settings and checks that the files hold together.
+"""Converts every scene of a folder of real ones under many settings and checks that the files hold together.
 
   ORV_CORPUS=FOLDER settingsTest.py --importer MAYA_IMPORTER [--runner WRAPPER] [--only TEXT] [--all | --share N]
 
@@ -17,6 +17,7 @@ import tempfile
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path[:0] = [HERE, os.path.join(HERE, '..', 'support')]
+import mayaScene
 from corpusTest import Converted, convert
 from importer import Importer
 
@@ -77,8 +78,7 @@ def main():
 
 
 def run(options, folder, output):
-    scenes = sorted(os.path.relpath(os.path.join(place, name), folder) for place, _, names in os.walk(folder)
-                    for name in names if name.endswith('.ma') and options.only in os.path.join(place, name))
+    scenes = mayaScene.scenes_below(folder, options.only)
     every = [''.join(levels) for levels in itertools.product('01', repeat=len(NAMES))]
     jobs = []
     for number, name in enumerate(scenes):

@@ -1,4 +1,4 @@
-"""Meshes as Maya evaluated them: exports of Maya scenes in JSON, glTF and PLY, in world space and centimetres.
+"""Meshes as Maya evaluated them: exports of Maya scenes in JSON, glTF, FBX and PLY, in world space and centimetres.
 
 A truth mesh is a list of faces; a face is a list of corners (point, normal or None, uv or None) with the number of its
 material group. Where `triangulated`, the faces are Maya's own triangles.
@@ -10,6 +10,8 @@ import os
 import re
 import struct
 import urllib.parse
+
+import fbx
 
 IDENTITY = (1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1)
 
@@ -212,8 +214,27 @@ def read_matrices(path):
     return {node: tuple(float(number) for number in numbers.split()) for node, numbers in written}
 
 
+def read_fbx(path):
+    """Polygons of an FBX file; normals are not taken: exporters write others than they are asked for."""
+    found = []
+    for node, world, polygons in fbx.meshes(path):
+        mesh = TruthMesh(node, world, False)
+        for polygon in polygons:
+            mesh.add([(placed(point, world), None, uv) for point, _, uv in polygon], 0)
+        found.append(mesh)
+    return found
+
+
+def read_exported_places(path):
+    """{name of a node: world matrix} of an exporter that writes one placement for each instance."""
+    with open(path, encoding='utf-8') as file:
+        return {item['name']: tuple(item['transform']) for item in json.load(file)['items']}
+
+
 def read(path):
     """Meshes of a truth by its name's ending; None for a kind that is not read here."""
+    if path.endswith('.fbx'):
+        return read_fbx(path)
     if path.endswith('.truth.json'):
         return read_json(path)
     if path.endswith('.gltf'):
