@@ -146,6 +146,12 @@ TEST(BinaryArrays, FillTheChunk)
               "setAttr .zz numbers 16 2 2 2 2 2 2 2 2 2 2 2 2 2 2 2 2\n");
 }
 
+TEST(BinaryArrays, MayHaveNoElements)
+{
+    EXPECT_EQ(read("DBL#", ""), "setAttr .zz numbers 0\n");
+    EXPECT_EQ(read("I32#", ""), "setAttr .zz integers 0\n");
+}
+
 TEST(BinaryArrays, WholeElementsOnly)
 {
     EXPECT_EQ(read("DBL#", "12345678a"), damaged("DBL#", "1 bytes are left over"));

@@ -74,15 +74,17 @@ void readValue(Reader& reader, const Chunk& chunk)
         reader.damaged(kSection, chunk, task.cursor.reason());
         return;
     }
-    // Flags and array size only; any kind of value may come without one, a plug-in's as well.
-    if (task.cursor.isAtEnd()) {
+    const ValueRow* const row = findValue(chunk.tag);
+    // Flags and array size only; any kind of value may come without one, a plug-in's as well. An
+    // array fills its chunk, so there it is one without elements.
+    const bool isArray = row != nullptr && row->read == readArray;
+    if (task.cursor.isAtEnd() && !isArray) {
         reader.sink.setAttribute(task.command);
         reader.understood(kSection, chunk);
         return;
     }
     task.shape = reader.sink.shapeOf(task.command.plug);
     task.offset = chunk.begin + task.cursor.offset();
-    const ValueRow* const row = findValue(chunk.tag);
     const ValueReader read = row != nullptr ? row->read : findValueByKind(task.shape.kind);
     if (read == nullptr) {
         reader.unknown(kSection, chunk);
