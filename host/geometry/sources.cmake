@@ -16,3 +16,10 @@ set(SOURCES
 foreach(folder animation curve hair mesh/edit mesh/primitives mesh/shape mesh/texture nurbs tessellation)
     include(${CMAKE_CURRENT_LIST_DIR}/${folder}/sources.cmake)
 endforeach()
+# Square roots that report no errors in errno can be taken several at once; their values are the same.
+if(NOT MSVC)
+    foreach(source normals triangulate)
+        set_source_files_properties(${PROJECT_SOURCE_DIR}/host/geometry/mesh/${source}.cpp PROPERTIES
+            COMPILE_OPTIONS "-fno-math-errno;-fno-trapping-math")
+    endforeach()
+endif()

@@ -1,8 +1,10 @@
 #include "host/geometry/mesh/normals.h"
 
+#include "host/geometry/mesh/FaceBatch.h"
 #include "host/geometry/mesh/polygon.h"
 
 #include <bit>
+#include <memory>
 
 namespace host::geometry {
 namespace {
@@ -55,8 +57,28 @@ struct NormalSum {
     double length = 0; ///< of all terms
 };
 
+/// Faces of three or four corners that wait until there are enough of them to be worked on at once.
+template<std::size_t kCorners>
+struct WaitingFaces {
+    FaceBatch<kCorners> faces;
+    BatchVectors normals;
+    BatchNumbers areas;
+    BatchNumbers angles[kCorners];
+    std::size_t next = 0; ///< the first one that was not added to the sums yet
+
+    void find(bool needsAngles)
+    {
+        faces.findPlanes(normals, areas);
+        for (std::size_t k = 0; needsAngles && k < kCorners; ++k) {
+            faces.findAngles(k, normals, angles[k]);
+        }
+        next = 0;
+    }
+};
+
 /// Computes the normals that are not locked. Sums are kept only for fans of several corners: the
-/// normal of a single one is its polygon's, whatever the weight.
+/// normal of a single one is its polygon's, whatever the weight. Faces are added to the sums in
+/// ascending order: sums depend on it.
 class FanNormals {
 public:
     FanNormals(const MeshTopology& topology, std::span<const std::uint32_t> vertices,
@@ -82,11 +104,26 @@ private:
         return id < m_locked.size() && isLocked(m_locked[id]);
     }
     std::uint32_t sumOf(std::uint32_t id) const { return m_hasSumPerId ? id : m_shared.rankOf(id); }
+    bool usesAngles() const
+    {
+        return m_weighting == NormalWeighting::Angle ||
+               m_weighting == NormalWeighting::AngleAndArea;
+    }
+    bool usesAreas() const
+    {
+        return m_weighting == NormalWeighting::Area || m_weighting == NormalWeighting::AngleAndArea;
+    }
     void findShared();
-    void addFace(std::uint32_t face);
-    void addCorner(std::size_t i, std::size_t loopFirst, std::size_t loopEnd, std::uint32_t id,
-                   const PolygonPlane& plane);
-    bool gather(std::uint32_t face);
+    bool isNeeded(std::uint32_t face) const;
+    void takeFace(std::uint32_t face);
+    template<std::size_t kCorners>
+    void wait(WaitingFaces<kCorners>& waiting, std::uint32_t face);
+    template<std::size_t kCorners>
+    void addNext(WaitingFaces<kCorners>& waiting);
+    void addWaiting();
+    void addPolygon(std::uint32_t face);
+    void addCorner(std::uint32_t id, const PolygonPlane& plane, double angle);
+    void gather(std::uint32_t face);
     void finish();
 
     const MeshTopology& m_topology;
@@ -100,7 +137,13 @@ private:
     std::vector<bool> m_hasNormal; ///< a polygon's normal stands in m_normals
     std::vector<NormalSum> m_sums; ///< by id, or by rank among the shared ones
     bool m_hasSumPerId = false;    ///< nearly all are shared: ranks would save nothing
-    std::vector<Vec3d> m_face;     ///< corners of the face at hand
+    struct Waiting {
+        WaitingFaces<3> triangles;
+        WaitingFaces<4> quads;
+        std::vector<bool> areQuads; ///< of all waiting faces in turn
+    };
+    std::unique_ptr<Waiting> m_waiting = std::make_unique<Waiting>();
+    std::vector<Vec3d> m_face; ///< corners of the polygon at hand
     std::vector<std::uint32_t> m_loopEnds;
 };
 
@@ -119,19 +162,80 @@ void FanNormals::findShared()
     m_sums.resize(m_hasSumPerId ? m_ids.count : count);
 }
 
-/// Collects the corners of a face; false when none of them needs a computed normal.
-bool FanNormals::gather(std::uint32_t face)
+/// Whether any corner of a face has a normal to compute.
+bool FanNormals::isNeeded(std::uint32_t face) const
+{
+    const std::uint32_t end = m_topology.endCorner(face);
+    for (std::uint32_t corner = m_topology.firstCorner(face); corner < end; ++corner) {
+        if (!isLockedId(m_ids.ofCorner[corner])) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void FanNormals::takeFace(std::uint32_t face)
+{
+    if (!m_locked.empty() && !isNeeded(face)) {
+        return;
+    }
+    const std::uint32_t corners = m_topology.endCorner(face) - m_topology.firstCorner(face);
+    const bool isOneLoop = m_topology.firstLoop(face + 1) - m_topology.firstLoop(face) == 1;
+    if (isOneLoop && corners == 4) {
+        wait(m_waiting->quads, face);
+    } else if (isOneLoop && corners == 3) {
+        wait(m_waiting->triangles, face);
+    } else {
+        addWaiting();
+        addPolygon(face);
+    }
+}
+
+template<std::size_t kCorners>
+void FanNormals::wait(WaitingFaces<kCorners>& waiting, std::uint32_t face)
+{
+    if (waiting.faces.isFull()) {
+        addWaiting();
+    }
+    waiting.faces.add(m_topology.firstCorner(face), m_vertices, m_points);
+    m_waiting->areQuads.push_back(kCorners == 4);
+}
+
+void FanNormals::addWaiting()
+{
+    const bool needsAngles = usesAngles() && !m_sums.empty();
+    m_waiting->triangles.find(needsAngles);
+    m_waiting->quads.find(needsAngles);
+    for (const bool isQuad : m_waiting->areQuads) {
+        isQuad ? addNext(m_waiting->quads) : addNext(m_waiting->triangles);
+    }
+    m_waiting->triangles.faces.clear();
+    m_waiting->quads.faces.clear();
+    m_waiting->areQuads.clear();
+}
+
+template<std::size_t kCorners>
+void FanNormals::addNext(WaitingFaces<kCorners>& waiting)
+{
+    const std::size_t i = waiting.next++;
+    const PolygonPlane plane{waiting.normals[i], waiting.areas.values[i]};
+    if (!(plane.area > 0) || !std::isfinite(plane.area)) {
+        return;
+    }
+    for (std::uint32_t k = 0; k < kCorners; ++k) {
+        const std::uint32_t id = m_ids.ofCorner[waiting.faces.firstCorner(i) + k];
+        if (!isLockedId(id)) {
+            addCorner(id, plane, waiting.angles[k].values[i]);
+        }
+    }
+}
+
+/// Collects the corners of a face.
+void FanNormals::gather(std::uint32_t face)
 {
     m_loopEnds.clear();
     const std::uint32_t first = m_topology.firstCorner(face);
     const std::uint32_t end = m_topology.endCorner(face);
-    bool isNeeded = false;
-    for (std::uint32_t corner = first; corner < end && !isNeeded; ++corner) {
-        isNeeded = !isLockedId(m_ids.ofCorner[corner]);
-    }
-    if (!isNeeded) {
-        return false;
-    }
     m_face.resize(end - first);
     for (std::uint32_t corner = first; corner < end; ++corner) {
         m_face[corner - first] = toDouble(m_points[m_vertices[corner]]);
@@ -140,11 +244,10 @@ bool FanNormals::gather(std::uint32_t face)
          ++loop) {
         m_loopEnds.push_back(m_topology.loopStart[loop + 1] - first);
     }
-    return true;
 }
 
-void FanNormals::addCorner(std::size_t i, std::size_t loopFirst, std::size_t loopEnd,
-                           std::uint32_t id, const PolygonPlane& plane)
+/// Adds a corner of a face that has an area.
+void FanNormals::addCorner(std::uint32_t id, const PolygonPlane& plane, double angle)
 {
     if (!m_hasNormal[id]) {
         m_normals[id] = toFloat(plane.normal);
@@ -153,37 +256,32 @@ void FanNormals::addCorner(std::size_t i, std::size_t loopFirst, std::size_t loo
     if (!m_shared.has(id)) {
         return;
     }
-    double weight = 1;
-    if (m_weighting == NormalWeighting::Angle || m_weighting == NormalWeighting::AngleAndArea) {
-        const std::size_t previous = i == loopFirst ? loopEnd - 1 : i - 1;
-        const std::size_t next = i + 1 == loopEnd ? loopFirst : i + 1;
-        weight = interiorAngle(m_face[previous], m_face[i], m_face[next], plane.normal);
-    }
-    if (m_weighting == NormalWeighting::Area || m_weighting == NormalWeighting::AngleAndArea) {
-        weight *= plane.area;
-    }
+    const double weight = (usesAngles() ? angle : 1) * (usesAreas() ? plane.area : 1);
     NormalSum& sum = m_sums[sumOf(id)];
     sum.vector = sum.vector + plane.normal * weight;
     sum.length += weight;
 }
 
-void FanNormals::addFace(std::uint32_t face)
+void FanNormals::addPolygon(std::uint32_t face)
 {
-    if (!gather(face)) {
-        return;
-    }
+    gather(face);
     const PolygonPlane plane = polygonPlane(m_face, m_loopEnds);
     if (!(plane.area > 0)) {
         return;
     }
+    const bool needsAngles = usesAngles() && !m_sums.empty();
     const std::uint32_t firstCorner = m_topology.firstCorner(face);
     std::size_t first = 0;
     for (const std::uint32_t end : m_loopEnds) {
         for (std::size_t i = first; i < end; ++i) {
             const std::uint32_t id = m_ids.ofCorner[firstCorner + i];
-            if (!isLockedId(id)) {
-                addCorner(i, first, end, id, plane);
+            if (isLockedId(id)) {
+                continue;
             }
+            const Vec3d& previous = m_face[i == first ? end - 1 : i - 1];
+            const Vec3d& next = m_face[i + 1 == end ? first : i + 1];
+            addCorner(id, plane,
+                      needsAngles ? interiorAngle(previous, m_face[i], next, plane.normal) : 0);
         }
         first = end;
     }
@@ -211,8 +309,9 @@ std::vector<Vec3f> FanNormals::compute()
 {
     findShared();
     for (std::uint32_t face = 0; face < m_topology.faceCount(); ++face) {
-        addFace(face);
+        takeFace(face);
     }
+    addWaiting();
     finish();
     return std::move(m_normals);
 }

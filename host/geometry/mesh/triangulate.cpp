@@ -1,10 +1,12 @@
 #include "host/geometry/mesh/triangulate.h"
 
+#include "host/geometry/mesh/FaceBatch.h"
 #include "host/geometry/mesh/PolygonCutter.h"
 #include "host/geometry/mesh/polygon.h"
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace host::geometry {
 namespace {
@@ -18,24 +20,73 @@ struct SineCosine {
     double cosine = 0;
 };
 
+// Always in line: a call would keep the loop over a batch from working on several quads at once.
+
 /// The smallest angle of a triangle: the one that faces its shortest side.
-SineCosine smallestAngle(const Vec3d& a, const Vec3d& b, const Vec3d& c)
+[[gnu::always_inline]] inline SineCosine smallestAngle(const Vec3d& a, const Vec3d& b,
+                                                       const Vec3d& c)
 {
     const Vec3d ab = b - a;
     const Vec3d bc = c - b;
     const Vec3d ca = a - c;
-    const double lengths[3] = {dot(ab, ab), dot(bc, bc), dot(ca, ca)};
-    const double sine = length(cross(ab, bc));
-    if (lengths[0] <= lengths[1] && lengths[0] <= lengths[2]) {
-        return {sine, -dot(bc, ca)};
-    }
-    return {sine, lengths[1] <= lengths[2] ? -dot(ca, ab) : -dot(ab, bc)};
+    const double first = dot(ab, ab);
+    const double second = dot(bc, bc);
+    const double third = dot(ca, ca);
+    const double later = second <= third ? dot(ca, ab) : dot(ab, bc);
+    // "&", since a branch would keep several faces from being worked on at once
+    const bool isFirst = (first <= second) & (first <= third);
+    return {length(cross(ab, bc)), -(isFirst ? dot(bc, ca) : later)};
 }
 
 /// Of two angles up to a right one, the smaller.
-SineCosine smaller(const SineCosine& a, const SineCosine& b)
+[[gnu::always_inline]] inline SineCosine smaller(const SineCosine& a, const SineCosine& b)
 {
-    return a.sine * b.cosine <= b.sine * a.cosine ? a : b;
+    const bool isFirst = a.sine * b.cosine <= b.sine * a.cosine;
+    return {isFirst ? a.sine : b.sine, isFirst ? a.cosine : b.cosine};
+}
+
+/// Whether the diagonal of corner 0 leaves the larger smallest angle in a convex quad.
+[[gnu::always_inline]] inline bool isFirstBetter(const Vec3d& a, const Vec3d& b, const Vec3d& c,
+                                                 const Vec3d& d)
+{
+    const SineCosine zero = smaller(smallestAngle(a, b, c), smallestAngle(a, c, d));
+    const SineCosine one = smaller(smallestAngle(a, b, d), smallestAngle(b, c, d));
+    // The sine of how much larger the angle of the first diagonal is; both are up to 60 degrees.
+    const double gain = zero.sine * one.cosine - one.sine * zero.cosine;
+    const double scale = std::sqrt((zero.sine * zero.sine + zero.cosine * zero.cosine) *
+                                   (one.sine * one.sine + one.cosine * one.cosine));
+    return gain > kAngleTie * scale;
+}
+
+/// How far a loop turns left at a corner, seen against a normal; below zero at a reflex corner.
+double turnAt(const Vec3d& previous, const Vec3d& corner, const Vec3d& next, const Vec3d& normal)
+{
+    return dot(cross(corner - previous, next - corner), normal);
+}
+
+/// What is known of the quads of a batch without looking at them one by one.
+struct Diagonals {
+    double isSecond[kBatchFaces];  ///< 1 where the diagonal of corner 1 is better, for convex quads
+    double leastTurn[kBatchFaces]; ///< below zero: perhaps concave
+};
+
+void findDiagonals(const FaceBatch<4>& quads, Diagonals& found)
+{
+    for (std::size_t i = 0; i < quads.size(); ++i) {
+        const Vec3d a = quads.point(0, i);
+        const Vec3d b = quads.point(1, i);
+        const Vec3d c = quads.point(2, i);
+        const Vec3d d = quads.point(3, i);
+        const Vec3d normal = quads.areaVectorOf(i);
+        const double atA = turnAt(d, a, b, normal);
+        const double atB = turnAt(a, b, c, normal);
+        const double atC = turnAt(b, c, d, normal);
+        const double atD = turnAt(c, d, a, normal);
+        const double atAB = atA < atB ? atA : atB;
+        const double atCD = atC < atD ? atC : atD;
+        found.leastTurn[i] = atAB < atCD ? atAB : atCD;
+        found.isSecond[i] = isFirstBetter(a, b, c, d) ? 0.0 : 1.0;
+    }
 }
 
 class Triangulator {
@@ -58,6 +109,7 @@ private:
     }
     void addFace(std::uint32_t face);
     void addQuad(std::uint32_t first);
+    void turnQuads();
     void addPolygon(std::uint32_t face);
 
     const MeshTopology& m_topology;
@@ -65,6 +117,14 @@ private:
     std::span<const Vec3f> m_points;
     QuadSplit m_split;
     Triangulation m_result;
+    /// Quads that were cut from corner 1 to corner 3, until there are enough of them to be looked
+    /// at.
+    struct Waiting {
+        FaceBatch<4> quads;
+        std::size_t firstIndex[kBatchFaces]; ///< of the quad in the result
+        Diagonals diagonals;
+    };
+    std::unique_ptr<Waiting> m_waiting = std::make_unique<Waiting>();
     PolygonCutter m_cutter;
     std::vector<Vec3d> m_face;
     std::vector<std::uint32_t> m_loopEnds;
@@ -72,17 +132,43 @@ private:
 
 void Triangulator::addQuad(std::uint32_t first)
 {
-    const bool fromSecond =
-        m_split == QuadSplit::Left || (m_split != QuadSplit::Right &&
-                                       bestDiagonal({pointAt(first), pointAt(first + 1),
-                                                     pointAt(first + 2), pointAt(first + 3)}) == 1);
-    if (fromSecond) {
-        addTriangle(first, first + 1, first + 3);
-        addTriangle(first + 1, first + 2, first + 3);
+    if (m_split == QuadSplit::Right) {
+        addTriangle(first, first + 1, first + 2);
+        addTriangle(first, first + 2, first + 3);
         return;
     }
-    addTriangle(first, first + 1, first + 2);
-    addTriangle(first, first + 2, first + 3);
+    if (m_split != QuadSplit::Left) {
+        FaceBatch<4>& quads = m_waiting->quads;
+        if (quads.isFull()) {
+            turnQuads();
+        }
+        m_waiting->firstIndex[quads.size()] = m_result.corners.size();
+        quads.add(first, m_vertices, m_points);
+    }
+    addTriangle(first, first + 1, first + 3);
+    addTriangle(first + 1, first + 2, first + 3);
+}
+
+/// Gives the waiting quads the other diagonal where that is better.
+void Triangulator::turnQuads()
+{
+    const FaceBatch<4>& quads = m_waiting->quads;
+    const Diagonals& diagonals = m_waiting->diagonals;
+    findDiagonals(quads, m_waiting->diagonals);
+    for (std::size_t i = 0; i < quads.size(); ++i) {
+        bool isSecond = diagonals.isSecond[i] != 0;
+        if (!(diagonals.leastTurn[i] >= 0)) {
+            isSecond = bestDiagonal({quads.point(0, i), quads.point(1, i), quads.point(2, i),
+                                     quads.point(3, i)}) == 1;
+        }
+        if (!isSecond) {
+            std::uint32_t* const index = m_result.corners.data() + m_waiting->firstIndex[i];
+            const std::uint32_t first = quads.firstCorner(i);
+            index[2] = first + 2;
+            index[3] = first;
+        }
+    }
+    m_waiting->quads.clear();
 }
 
 void Triangulator::addPolygon(std::uint32_t face)
@@ -139,6 +225,7 @@ Triangulation Triangulator::run(std::span<const std::uint32_t> skippedFaces)
         }
         addFace(face);
     }
+    turnQuads();
     m_result.faceFirstTriangle.push_back(static_cast<std::uint32_t>(m_result.corners.size() / 3));
     return std::move(m_result);
 }
@@ -157,15 +244,7 @@ std::uint32_t bestDiagonal(const std::array<Vec3d, 4>& quad)
             return i % 2;
         }
     }
-    const SineCosine zero =
-        smaller(smallestAngle(quad[0], quad[1], quad[2]), smallestAngle(quad[0], quad[2], quad[3]));
-    const SineCosine one =
-        smaller(smallestAngle(quad[0], quad[1], quad[3]), smallestAngle(quad[1], quad[2], quad[3]));
-    // The sine of how much larger the angle of the first diagonal is; both are up to 60 degrees.
-    const double gain = zero.sine * one.cosine - one.sine * zero.cosine;
-    const double scale = std::sqrt((zero.sine * zero.sine + zero.cosine * zero.cosine) *
-                                   (one.sine * one.sine + one.cosine * one.cosine));
-    return gain > kAngleTie * scale ? 0 : 1;
+    return isFirstBetter(quad[0], quad[1], quad[2], quad[3]) ? 0 : 1;
 }
 
 Triangulation triangulate(const MeshTopology& topology, std::span<const std::uint32_t> vertices,
