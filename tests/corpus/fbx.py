@@ -1,6 +1,8 @@
 """Reads meshes and their places from binary FBX files of versions 7.x, as exporters of Maya write them: world space, centimetres.
 
-    for node, world, polygons in fbx.meshes(path): ...    # polygons: lists of (point, normal or None, uv or None)
+    for node, world, polygons, groups in fbx.meshes(path): ...    # polygons: lists of (point, normal or None, uv or None)
+
+`groups` has the number of each polygon's material.
 
 Points and normals are in the space of the node.
 """
@@ -139,6 +141,12 @@ def polygons(geometry):
     return found
 
 
+def materials(geometry, count):
+    place = next(iter(geometry.all('LayerElementMaterial')), None)
+    numbers = place.value('Materials') if place else [0]
+    return numbers if len(numbers) == count else numbers[:1] * count
+
+
 def layer(geometry, element, values, indices, width):
     place = next(iter(geometry.all(element)), None)
     if place is None or not place.value(values):
@@ -169,7 +177,9 @@ def meshes(path):
         for model in parents.get(number, ()):
             if model in objects and objects[model].name == 'Model':
                 name = objects[model].properties[1].split(b'\0')[0].decode('utf-8', 'replace')
-                found.append((name, product(world_of(model, objects, parents), unit), polygons(geometry)))
+                faces = polygons(geometry)
+                world = product(world_of(model, objects, parents), unit)
+                found.append((name, world, faces, materials(geometry, len(faces))))
     return found
 
 

@@ -215,12 +215,12 @@ def read_matrices(path):
 
 
 def read_fbx(path):
-    """Polygons of an FBX file; normals are not taken: exporters write others than they are asked for."""
+    """Polygons of an FBX file, which are compared without normals."""
     found = []
-    for node, world, polygons in fbx.meshes(path):
+    for node, world, polygons, groups in fbx.meshes(path):
         mesh = TruthMesh(node, world, False)
-        for polygon in polygons:
-            mesh.add([(placed(point, world), None, uv) for point, _, uv in polygon], 0)
+        for polygon, group in zip(polygons, groups):
+            mesh.add([(placed(point, world), None, uv) for point, _, uv in polygon], group)
         found.append(mesh)
     return found
 
