@@ -25,6 +25,12 @@ Reader::Reader(std::span<const char> bytes, CommandSink& commandSink, const Read
 {
 }
 
+std::string_view Reader::rawText(const Chunk& chunk)
+{
+    const std::string_view whole(chunk.payload.data(), chunk.payload.size());
+    return whole.substr(0, whole.find('\0'));
+}
+
 std::string_view Reader::text(std::string_view raw)
 {
     if (m_utf8.isPlain(raw)) {

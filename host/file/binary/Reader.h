@@ -46,6 +46,8 @@ public:
 
     ChunkWalk children(const Chunk& group) const { return {file, width, group}; }
 
+    /// The text that a whole chunk is: such texts have no end mark, but some have one all the same.
+    static std::string_view rawText(const Chunk& chunk);
     /// Raw bytes of the file as UTF-8; valid until the next chunk.
     std::string_view text(std::string_view raw);
     /// A text that lives until the next chunk.

@@ -24,19 +24,9 @@ bool isIgnored(Tag tag)
     return false;
 }
 
-/// Texts of the header have no end mark; some have one all the same.
-std::string_view textOf(const Chunk& chunk)
-{
-    std::string_view text(chunk.payload.data(), chunk.payload.size());
-    while (!text.empty() && text.back() == '\0') {
-        text.remove_suffix(1);
-    }
-    return text;
-}
-
 void takeTicks(Reader& reader, const Chunk& chunk)
 {
-    const std::string_view text = textOf(chunk);
+    const std::string_view text = reader.rawText(chunk);
     std::int64_t perSecond = 0;
     const auto read = std::from_chars(text.data(), text.data() + text.size(), perSecond);
     if (read.ec != std::errc() || perSecond <= 0) {
@@ -87,7 +77,7 @@ public:
     /// True when the chunk names a unit.
     bool take(Reader& reader, const Chunk& chunk)
     {
-        const std::string_view word = textOf(chunk);
+        const std::string_view word = reader.rawText(chunk);
         bool isKnown = false;
         if (chunk.tag == Tag("LUNI")) {
             isKnown = findLinearUnit(word).has_value();
@@ -128,7 +118,7 @@ private:
 void readHeaderChunk(Reader& reader, const Chunk& chunk, UnitWords& units)
 {
     if (chunk.tag == Tag("VERS")) {
-        reader.sink.requirePlugin("maya", reader.text(textOf(chunk)), {});
+        reader.sink.requirePlugin("maya", reader.text(reader.rawText(chunk)), {});
         reader.understood(kSection, chunk);
     } else if (chunk.tag == Tag("TDUR")) {
         takeTicks(reader, chunk);

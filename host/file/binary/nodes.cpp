@@ -83,11 +83,7 @@ bool createNode(Reader& reader, const Chunk& chunk, Tag code)
 
 void selectNode(Reader& reader, const Chunk& chunk)
 {
-    std::string_view name(chunk.payload.data(), chunk.payload.size());
-    while (!name.empty() && name.back() == '\0') {
-        name.remove_suffix(1);
-    }
-    reader.sink.selectNode(reader.text(name));
+    reader.sink.selectNode(reader.text(reader.rawText(chunk)));
     reader.understood(kSection, chunk);
 }
 

@@ -31,9 +31,11 @@ TEST(BinaryHeader, TheVersionIsARequirement)
     EXPECT_EQ(header(narrow, narrow.leaf("VERS", "2010ff03 (Beta 1)")),
               "requires \"maya\" \"2010ff03 (Beta 1)\"\n");
     EXPECT_EQ(header(narrow, narrow.leaf("VERS", "")), "requires \"maya\" \"\"\n");
-    // Zero bytes at the end are no part of the text.
-    EXPECT_EQ(header(narrow, narrow.leaf("VERS", std::string_view("8.5\0\0", 5))),
-              "requires \"maya\" \"8.5\"\n");
+    // A zero byte ends the text.
+    for (const std::string_view version :
+         {std::string_view("8.5\0\0", 5), std::string_view("8.5\0x", 5)}) {
+        EXPECT_EQ(header(narrow, narrow.leaf("VERS", version)), "requires \"maya\" \"8.5\"\n");
+    }
 }
 
 TEST(BinaryHeader, AllOfTheUsualChunksGiveVersionAndUnits)
