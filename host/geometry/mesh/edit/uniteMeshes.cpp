@@ -1,0 +1,290 @@
+#include "host/geometry/mesh/edit/uniteMeshes.h"
+
+#include "host/geometry/mesh/edit/MeshLinks.h"
+#include "host/geometry/mesh/edit/MeshRewriter.h"
+#include "host/geometry/mesh/normals.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <map>
+#include <utility>
+
+namespace host::geometry {
+namespace {
+
+struct Growing {
+    MeshTopology topology;
+    std::vector<Vec3f> points;
+    struct Uvs {
+        std::string name;
+        std::vector<Vec2f> points;
+        std::vector<std::int32_t> corners; ///< filled up with -1 as far as needed
+    };
+    std::vector<Uvs> uvSets;
+    struct Group {
+        std::int32_t id = 0;
+        std::vector<std::uint32_t> faces;
+    };
+    std::vector<Group> groups;
+    std::vector<std::uint32_t> invisibleFaces;
+    MeshCreases creases;
+    std::vector<Vec3f> lockedNormals;
+    std::uint32_t normalCount = 0;
+};
+
+template<class T>
+void appendMoved(std::vector<T>& to, const std::vector<T>& from, T offset)
+{
+    for (const T number : from) {
+        to.push_back(number + offset);
+    }
+}
+
+void appendTopology(MeshTopology& to, const MeshTopology& from, bool hasHoles)
+{
+    const std::uint32_t firstVertex = to.vertexCount;
+    const auto firstEdge = static_cast<std::int32_t>(to.edges.size());
+    const auto firstCorner = static_cast<std::uint32_t>(to.corners.size());
+    const std::uint32_t firstLoop = to.loopCount();
+    to.vertexCount += from.vertexCount;
+    for (const MeshEdge& edge : from.edges) {
+        to.edges.push_back({edge.start + firstVertex, edge.end + firstVertex});
+    }
+    to.edgeSmooth.insert(to.edgeSmooth.end(), from.edgeSmooth.begin(), from.edgeSmooth.end());
+    for (const std::int32_t reference : from.corners) {
+        to.corners.push_back(reference >= 0 ? reference + firstEdge : reference - firstEdge);
+    }
+    for (std::uint32_t loop = 0; loop < from.loopCount(); ++loop) {
+        to.loopStart.push_back(from.loopStart[loop + 1] + firstCorner);
+    }
+    for (std::uint32_t face = 0; hasHoles && face < from.faceCount(); ++face) {
+        to.faceLoop.push_back(from.firstLoop(face + 1) + firstLoop);
+    }
+}
+
+class Uniter {
+public:
+    explicit Uniter(UvSetMerging merging) : m_merging(merging)
+    {
+        m_result.topology.loopStart = {0};
+    }
+
+    /// Looks at the sizes of all parts before anything is made.
+    bool isTooLarge(std::span<const UnitedMesh> parts);
+    void add(const UnitedMesh& part);
+    std::shared_ptr<const MeshData> finish(const MeshData& first);
+
+private:
+    void addPoints(const UnitedMesh& part);
+    void addNormals(const UnitedMesh& part);
+    void addUvs(const MeshData& mesh);
+    Growing::Uvs& uvSetFor(const std::string& name);
+    std::string freeName(const std::string& name);
+    void addGroups(const MeshData& mesh);
+    void addCreases(const MeshData& mesh);
+
+    UvSetMerging m_merging;
+    bool m_hasHoles = false;
+    bool m_hasLockedNormals = false;
+    Growing m_result;
+    std::map<std::string, std::size_t> m_uvSetsByName;
+    std::map<std::string, std::size_t> m_nextNumber; ///< behind a name that is taken
+    std::map<std::int32_t, std::size_t> m_groupsById;
+};
+
+/// Each set has an entry for every corner of the whole mesh. Beyond this many sets are merged.
+constexpr std::size_t kMostUvCorners = std::size_t{1} << 26;
+constexpr std::size_t kCornerSum = 2;
+
+bool Uniter::isTooLarge(std::span<const UnitedMesh> parts)
+{
+    std::size_t most = 0;
+    std::array<std::size_t, 4> sums{};
+    std::size_t setCount = 0;
+    for (const UnitedMesh& part : parts) {
+        const MeshTopology& topology = *part.mesh->topology;
+        std::size_t uvs = 0;
+        for (const UvSet& set : part.mesh->uvSets) {
+            uvs += set.points != nullptr ? set.points->size() : 0;
+        }
+        const std::array<std::size_t, 4> sizes{topology.vertexCount, topology.edges.size(),
+                                               topology.corners.size(), uvs};
+        for (std::size_t i = 0; i < sums.size(); ++i) {
+            sums[i] += sizes[i];
+            most = std::max(most, sums[i]);
+        }
+        setCount += part.mesh->uvSets.size();
+        m_hasHoles = m_hasHoles || !topology.faceLoop.empty();
+        m_hasLockedNormals = m_hasLockedNormals || !lockedNormalsOf(*part.mesh).empty();
+    }
+    if (m_hasHoles) {
+        m_result.topology.faceLoop = {0};
+    }
+    if (setCount * sums[kCornerSum] > kMostUvCorners) {
+        m_merging = UvSetMerging::ByName;
+    }
+    return most > MeshRewriter::kMaxParts;
+}
+
+void Uniter::addPoints(const UnitedMesh& part)
+{
+    for (const Vec3f& point : pointsOf(*part.mesh)) {
+        m_result.points.push_back(toFloat(transformPoint(toDouble(point), part.matrix)));
+    }
+}
+
+/// Normals of the parts follow each other as their numbers do: they count along the faces.
+void Uniter::addNormals(const UnitedMesh& part)
+{
+    constexpr float kUnlocked = 1e20F;
+    if (!m_hasLockedNormals) {
+        return;
+    }
+    const Matrix4 inverted = inverse(part.matrix);
+    for (const Vec3f& normal : lockedNormalsOf(*part.mesh)) {
+        const bool isLocked = std::fabs(normal.x) < kUnlocked / 10;
+        const Vec3d n = toDouble(normal);
+        const auto column = [&](std::size_t row) {
+            return n.x * inverted.m[row][0] + n.y * inverted.m[row][1] + n.z * inverted.m[row][2];
+        };
+        m_result.lockedNormals.push_back(
+            isLocked ? toFloat(normalized({column(0), column(1), column(2)})) : normal);
+    }
+    m_result.normalCount += computeNormalIds(*part.mesh->topology).count;
+    m_result.lockedNormals.resize(m_result.normalCount, {kUnlocked, kUnlocked, kUnlocked});
+}
+
+std::string Uniter::freeName(const std::string& name)
+{
+    std::string free = name;
+    while (m_uvSetsByName.count(free) != 0) {
+        free = name + std::to_string(++m_nextNumber[name]);
+    }
+    return free;
+}
+
+Growing::Uvs& Uniter::uvSetFor(const std::string& name)
+{
+    std::vector<Growing::Uvs>& sets = m_result.uvSets;
+    const auto same = m_uvSetsByName.find(name);
+    if (m_merging != UvSetMerging::None && same != m_uvSetsByName.end()) {
+        return sets[same->second];
+    }
+    const std::string free = freeName(name);
+    m_uvSetsByName[free] = sets.size();
+    sets.push_back({free, {}, {}});
+    return sets.back();
+}
+
+void Uniter::addUvs(const MeshData& mesh)
+{
+    const std::size_t firstCorner = m_result.topology.corners.size();
+    for (const UvSet& set : mesh.uvSets) {
+        Growing::Uvs& to = uvSetFor(set.name);
+        const auto firstUv = static_cast<std::int32_t>(to.points.size());
+        if (set.points != nullptr) {
+            to.points.insert(to.points.end(), set.points->begin(), set.points->end());
+        }
+        if (set.corners != nullptr && !set.corners->empty()) {
+            to.corners.resize(firstCorner, -1);
+            for (const std::int32_t id : *set.corners) {
+                to.corners.push_back(id < 0 ? -1 : id + firstUv);
+            }
+        }
+    }
+}
+
+void Uniter::addGroups(const MeshData& mesh)
+{
+    const std::uint32_t firstFace = m_result.topology.faceCount();
+    for (const FaceGroup& group : mesh.groups) {
+        const auto [entry, isNew] = m_groupsById.try_emplace(group.id, m_result.groups.size());
+        if (isNew) {
+            m_result.groups.push_back({group.id, {}});
+        }
+        if (group.faces != nullptr) {
+            appendMoved(m_result.groups[entry->second].faces, *group.faces, firstFace);
+        }
+    }
+    if (mesh.invisibleFaces != nullptr) {
+        appendMoved(m_result.invisibleFaces, *mesh.invisibleFaces, firstFace);
+    }
+}
+
+void Uniter::addCreases(const MeshData& mesh)
+{
+    if (mesh.creases == nullptr) {
+        return;
+    }
+    MeshCreases& to = m_result.creases;
+    const MeshCreases& from = *mesh.creases;
+    appendMoved(to.edges, from.edges, static_cast<std::uint32_t>(m_result.topology.edges.size()));
+    appendMoved(to.vertices, from.vertices, m_result.topology.vertexCount);
+    to.edgeValues.insert(to.edgeValues.end(), from.edgeValues.begin(), from.edgeValues.end());
+    to.vertexValues.insert(to.vertexValues.end(), from.vertexValues.begin(),
+                           from.vertexValues.end());
+}
+
+void Uniter::add(const UnitedMesh& part)
+{
+    addPoints(part);
+    addNormals(part);
+    addUvs(*part.mesh);
+    addGroups(*part.mesh);
+    addCreases(*part.mesh);
+    appendTopology(m_result.topology, *part.mesh->topology, m_hasHoles);
+}
+
+template<class T>
+std::shared_ptr<const std::vector<T>> share(std::vector<T>&& values)
+{
+    return std::make_shared<const std::vector<T>>(std::move(values));
+}
+
+std::shared_ptr<const MeshData> Uniter::finish(const MeshData& first)
+{
+    auto mesh = std::make_shared<MeshData>();
+    const std::size_t cornerCount = m_result.topology.corners.size();
+    for (Growing::Uvs& set : m_result.uvSets) {
+        if (!set.corners.empty()) {
+            set.corners.resize(cornerCount, -1);
+        }
+        mesh->uvSets.push_back(
+            {set.name, share(std::move(set.points)), share(std::move(set.corners))});
+    }
+    for (Growing::Group& group : m_result.groups) {
+        mesh->groups.push_back({group.id, share(std::move(group.faces))});
+    }
+    mesh->topology = std::make_shared<const MeshTopology>(std::move(m_result.topology));
+    mesh->points = share(std::move(m_result.points));
+    mesh->currentUvSet = first.currentUvSet;
+    mesh->normalWeighting = first.normalWeighting;
+    mesh->quadSplit = first.quadSplit;
+    if (!m_result.invisibleFaces.empty()) {
+        mesh->invisibleFaces = share(std::move(m_result.invisibleFaces));
+    }
+    if (!m_result.creases.edges.empty() || !m_result.creases.vertices.empty()) {
+        mesh->creases = std::make_shared<const MeshCreases>(std::move(m_result.creases));
+    }
+    if (m_hasLockedNormals) {
+        mesh->lockedNormals = share(std::move(m_result.lockedNormals));
+    }
+    return isConsistent(*mesh) ? mesh : nullptr;
+}
+
+} // namespace
+
+std::shared_ptr<const MeshData> uniteMeshes(std::span<const UnitedMesh> parts, UvSetMerging merging)
+{
+    Uniter uniter(merging);
+    if (parts.empty() || uniter.isTooLarge(parts)) {
+        return nullptr;
+    }
+    for (const UnitedMesh& part : parts) {
+        uniter.add(part);
+    }
+    return uniter.finish(*parts.front().mesh);
+}
+
+} // namespace host::geometry
