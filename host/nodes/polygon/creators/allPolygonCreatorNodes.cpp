@@ -7,7 +7,12 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 0> kNodes{};
+constinit const std::array<const NodeCompute*, 4> kNodes{
+    &kPolyCube,
+    &kPolyCylinder,
+    &kPolyPlane,
+    &kPolySphere,
+};
 
 } // namespace
 

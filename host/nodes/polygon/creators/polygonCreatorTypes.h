@@ -5,4 +5,9 @@
 
 namespace host::nodes {
 
+extern const NodeCompute kPolyCube;
+extern const NodeCompute kPolyCylinder;
+extern const NodeCompute kPolyPlane;
+extern const NodeCompute kPolySphere;
+
 } // namespace host::nodes

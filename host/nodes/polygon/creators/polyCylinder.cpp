@@ -1,0 +1,41 @@
+// polyCylinder: the mesh of a cylinder.
+#include "host/nodes/polygon/creators/polygonCreatorTypes.h"
+#include "host/nodes/polygon/creators/solidInputs.h"
+
+#include "host/geometry/mesh/primitives/roundSolids.h"
+
+namespace host::nodes {
+namespace {
+
+constexpr auto kInputs = solidInputs("radius", "height", "subdivisionsAxis", "subdivisionsHeight",
+                                     "subdivisionsCaps", "roundCap");
+enum Position : std::size_t {
+    kRadius = kFirstSolidInput,
+    kHeight,
+    kAxisCells,
+    kHeightCells,
+    kCapCells,
+    kRoundCap
+};
+
+Expected<Value> compute(ComputeContext& context)
+{
+    SolidReader reader(context);
+    geometry::CylinderSettings cylinder;
+    cylinder.radius = reader.size(kRadius, 1);
+    cylinder.height = reader.size(kHeight, 2);
+    cylinder.axisCells = reader.cells(kAxisCells, 20, 3);
+    cylinder.heightCells = reader.cells(kHeightCells, 1, 1);
+    cylinder.capCells = reader.cells(kCapCells, 0, 0);
+    cylinder.hasRoundCaps = cylinder.capCells > 0 && reader.flag(kRoundCap, false);
+    cylinder.hasUvs = reader.uvs(2) != 0;
+    cylinder.hasFormerUvs = true;
+    return reader.result(cylinder, geometry::makeCylinder);
+}
+
+} // namespace
+
+constinit const NodeCompute kPolyCylinder{
+    .type = "polyCylinder", .inputs = kInputs, .outputs = kSolidOutputs, .compute = compute};
+
+} // namespace host::nodes

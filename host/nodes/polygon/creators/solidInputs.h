@@ -1,0 +1,99 @@
+// What the nodes that make solids have in common.
+#pragma once
+
+#include "host/geometry/mesh/primitives/SolidBuilder.h"
+#include "host/nodes/numberInputs.h"
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace host::nodes {
+
+/// The first inputs of every row of a solid, in this order.
+enum SolidInput : std::size_t {
+    kAxis = 0, ///< "axisX", "axisY", "axisZ"
+    kHeightBaseline = 3,
+    kUvSetName,
+    kCreateUvs,
+    kFirstSolidInput
+};
+
+/// Inputs of a row: those that all solids have, then its own.
+template<class... Names>
+constexpr std::array<std::string_view, kFirstSolidInput + sizeof...(Names)>
+solidInputs(const Names&... names)
+{
+    return {"axisX",
+            "axisY",
+            "axisZ",
+            "heightBaseline",
+            "uvSetName",
+            "createUVs",
+            std::string_view(names)...};
+}
+
+inline constexpr std::array<std::string_view, 1> kSolidOutputs{"output"};
+
+/// Reads the inputs of a solid. Numbers that are not finite count as the fallback, and the counts
+/// of cells of one solid multiply to no more than `kMostCells`: what is beyond is noted.
+class SolidReader {
+public:
+    static constexpr std::int32_t kMostCells = 1 << 20;
+
+    explicit SolidReader(ComputeContext& context) : m_context(context)
+    {
+        m_name = context.input(kUvSetName).data<std::string>();
+    }
+
+    geometry::SolidPlacement placement()
+    {
+        geometry::SolidPlacement placement;
+        placement.axis = vectorInput(m_context, kAxis, {0, 1, 0});
+        placement.heightBaseline = size(kHeightBaseline, 0);
+        if (m_name != nullptr && !m_name->empty()) {
+            placement.uvSetName = *m_name;
+        }
+        return placement;
+    }
+    double size(std::size_t position, double fallback)
+    {
+        const double number = m_context.number(position, fallback);
+        return std::isfinite(number) ? number : fallback;
+    }
+    std::uint32_t cells(std::size_t position, std::int32_t fallback, std::int32_t least)
+    {
+        const std::int32_t most = std::max(least, m_left);
+        const std::int32_t count = countInput(m_context, position, fallback, most, least);
+        m_left /= std::max(1, count);
+        return static_cast<std::uint32_t>(count);
+    }
+    std::int32_t choice(std::size_t position, std::int32_t fallback)
+    {
+        return wholeInput(m_context, position, fallback, 0, 255);
+    }
+    bool flag(std::size_t position, bool fallback)
+    {
+        return flagInput(m_context, position, fallback);
+    }
+    /// How texture coordinates are made: 0 not at all.
+    std::int32_t uvs(std::int32_t fallback) { return choice(kCreateUvs, fallback); }
+    ComputeContext& context() { return m_context; }
+
+    /// The computed solid: reads what is left, makes it once all inputs are there.
+    template<class Settings, class Make>
+    Value result(const Settings& settings, const Make& make)
+    {
+        const geometry::SolidPlacement where = placement();
+        return m_context.isComplete() ? Value(make(settings, where)) : Value();
+    }
+
+private:
+    ComputeContext& m_context;
+    Shared<std::string> m_name;
+    std::int32_t m_left = kMostCells;
+};
+
+} // namespace host::nodes
