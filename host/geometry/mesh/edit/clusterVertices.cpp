@@ -171,6 +171,36 @@ private:
 
 } // namespace
 
+std::vector<Vec3d> placesIn(const MeshData& mesh, const Matrix4& matrix)
+{
+    std::vector<Vec3d> places;
+    places.reserve(mesh.points->size());
+    for (const Vec3f& point : *mesh.points) {
+        places.push_back(transformPoint(toDouble(point), matrix));
+    }
+    return places;
+}
+
+Vec3d meanPoint(const MeshData& mesh, std::span<const std::uint32_t> vertices)
+{
+    Vec3d sum;
+    for (const std::uint32_t vertex : vertices) {
+        sum = sum + toDouble((*mesh.points)[vertex]);
+    }
+    return vertices.empty() ? sum : sum * (1.0 / static_cast<double>(vertices.size()));
+}
+
+VertexJoin joinAll(const MeshData& mesh, std::span<const std::uint32_t> vertices,
+                   const Vec3d& point)
+{
+    VertexJoin join = unjoined(mesh);
+    for (const std::uint32_t vertex : vertices) {
+        join.target[vertex] = vertices.front();
+        join.points[vertices.front()] = toFloat(point);
+    }
+    return join;
+}
+
 VertexJoin joinWithin(const MeshData& mesh, std::span<const std::uint32_t> vertices,
                       std::span<const Vec3d> places, double distance)
 {

@@ -2,6 +2,8 @@
 
 #include "host/geometry/mesh/edit/DisjointSets.h"
 #include "host/geometry/mesh/edit/MeshLinks.h"
+#include "host/geometry/mesh/edit/deleteFaces.h"
+#include "host/geometry/mesh/edit/dissolveVertices.h"
 #include "host/geometry/mesh/polygon.h"
 
 #include <algorithm>
@@ -182,6 +184,28 @@ std::shared_ptr<const MeshData> dissolveEdges(const MeshData& mesh,
 {
     cleaning.edges = true;
     return EdgeDissolver(mesh, edges).run(cleaning);
+}
+
+std::shared_ptr<const MeshData>
+deleteEdges(const MeshData& mesh, std::span<const std::uint32_t> edges, bool cleansVertices)
+{
+    if (!cleansVertices) {
+        return dissolveEdges(mesh, edges, kCleanAll);
+    }
+    const auto dissolved = dissolveEdges(mesh, edges, {.edges = true});
+    if (dissolved == nullptr) {
+        return nullptr;
+    }
+    std::vector<std::uint32_t> ends;
+    for (const std::uint32_t edge : edges) {
+        if (edge < mesh.topology->edges.size()) {
+            ends.push_back(mesh.topology->edges[edge].start);
+            ends.push_back(mesh.topology->edges[edge].end);
+        }
+    }
+    std::sort(ends.begin(), ends.end());
+    ends.erase(std::unique(ends.begin(), ends.end()), ends.end());
+    return dissolveVertices(*dissolved, ends, kCleanAll);
 }
 
 } // namespace host::geometry

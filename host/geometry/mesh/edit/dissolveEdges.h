@@ -20,4 +20,9 @@ std::shared_ptr<const MeshData> dissolveEdges(const MeshData& mesh,
                                               std::span<const std::uint32_t> edges,
                                               MeshRewriter::Cleaning cleaning);
 
+/// The mesh without some of its edges and without what is loose then. With `cleansVertices` the
+/// ends of gone edges go too where exactly two edges are left at them (see `dissolveVertices`).
+std::shared_ptr<const MeshData>
+deleteEdges(const MeshData& mesh, std::span<const std::uint32_t> edges, bool cleansVertices);
+
 } // namespace host::geometry

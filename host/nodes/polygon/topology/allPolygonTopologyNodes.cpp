@@ -7,7 +7,10 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 0> kNodes{};
+constinit const std::array<const NodeCompute*, 8> kNodes{
+    &kDeleteComponent, &kPolyDelEdge,  &kPolyDelFacet,    &kPolyDelVertex,
+    &kPolyMergeVert,   &kPolySeparate, &kPolyTriangulate, &kPolyUnite,
+};
 
 } // namespace
 

@@ -5,4 +5,13 @@
 
 namespace host::nodes {
 
+extern const NodeCompute kDeleteComponent;
+extern const NodeCompute kPolyDelEdge;
+extern const NodeCompute kPolyDelFacet;
+extern const NodeCompute kPolyDelVertex;
+extern const NodeCompute kPolyMergeVert;
+extern const NodeCompute kPolySeparate;
+extern const NodeCompute kPolyTriangulate;
+extern const NodeCompute kPolyUnite;
+
 } // namespace host::nodes

@@ -1,3 +1,9 @@
 list(APPEND SOURCES
     polygon/topology/allPolygonTopologyNodes.cpp
+    polygon/topology/deleteComponent.cpp
+    polygon/topology/polyDelete.cpp
+    polygon/topology/polyMergeVert.cpp
+    polygon/topology/polySeparate.cpp
+    polygon/topology/polyTriangulate.cpp
+    polygon/topology/polyUnite.cpp
 )

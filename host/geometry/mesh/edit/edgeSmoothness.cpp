@@ -1,0 +1,52 @@
+#include "host/geometry/mesh/edit/edgeSmoothness.h"
+
+#include "host/geometry/mesh/edit/MeshLinks.h"
+#include "host/geometry/mesh/edit/faceFrame.h"
+
+#include "host/math/angle.h"
+
+#include <algorithm>
+
+namespace host::geometry {
+namespace {
+
+/// Equal angles computed two ways differ by less.
+constexpr double kAngleTolerance = 1e-5;
+
+bool isFlatEnough(const MeshTopology& topology, std::span<const Vec3d> points,
+                  const CornerLinks& links, std::span<const std::uint32_t> corners, double angle)
+{
+    if (corners.size() != 2) {
+        return false;
+    }
+    const Vec3d first = faceNormal(topology, points, links.face(corners[0]));
+    const Vec3d second = faceNormal(topology, points, links.face(corners[1]));
+    const double between = angleOf(length(cross(first, second)), dot(first, second));
+    return between <= angle + kAngleTolerance;
+}
+
+} // namespace
+
+std::shared_ptr<const MeshData> withSmoothEdges(std::shared_ptr<const MeshData> mesh, double angle)
+{
+    const auto isMarked = [](std::uint8_t flag) { return flag == kSmoothByAngle; };
+    if (mesh == nullptr || std::none_of(mesh->topology->edgeSmooth.begin(),
+                                        mesh->topology->edgeSmooth.end(), isMarked)) {
+        return mesh;
+    }
+    const std::vector<Vec3d> points = pointsInSpace(*mesh, Matrix4{});
+    const CornerLinks links(*mesh->topology);
+    const NumberLists corners = cornersOfEdges(*mesh->topology);
+    auto topology = std::make_shared<MeshTopology>(*mesh->topology);
+    for (std::uint32_t edge = 0; edge < topology->edges.size(); ++edge) {
+        std::uint8_t& flag = topology->edgeSmooth[edge];
+        if (isMarked(flag)) {
+            flag = isFlatEnough(*mesh->topology, points, links, corners.of(edge), angle) ? 1 : 0;
+        }
+    }
+    auto result = std::make_shared<MeshData>(*mesh);
+    result->topology = std::move(topology);
+    return result;
+}
+
+} // namespace host::geometry
