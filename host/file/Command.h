@@ -98,7 +98,11 @@ struct SetAttribute {
     NumberBlock numbers;
     std::span<const SparseNumber> sparse;
     PolyFaces* faces = nullptr; ///< the listener may move it away
-    std::span<Value> values;    ///< the listener may move them away
+    /// What this command and those that go on with it bring in all, where the reader has seen it
+    /// (else 0): memory for it can be taken at once.
+    std::size_t elementsAhead = 0;
+    std::size_t cornersAhead = 0; ///< of faces
+    std::span<Value> values;      ///< the listener may move them away
 };
 
 struct Connection {

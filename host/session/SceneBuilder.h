@@ -72,10 +72,10 @@ private:
 
     // --- attributes
     void setNumbers(graph::NodeId node, const file::SetAttribute& command);
-    void storeBlock(const graph::Plug& plug, const PlugStep& step,
-                    const file::NumberBlock& numbers);
+    void storeBlock(const graph::Plug& plug, const PlugStep& step, const file::NumberBlock& numbers,
+                    std::size_t elementsAhead = 0);
     void storeElements(const graph::Plug& array, std::uint32_t first,
-                       const file::NumberBlock& numbers);
+                       const file::NumberBlock& numbers, std::size_t elementsAhead);
     void storeSingle(const graph::Plug& plug, const file::NumberBlock& numbers, std::size_t from);
     void storeNumber(const graph::Plug& plug, double number);
     void setSparse(graph::NodeId node, const file::SetAttribute& command);

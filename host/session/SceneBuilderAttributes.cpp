@@ -157,7 +157,8 @@ void SceneBuilder::setAttribute(const SetAttribute& command)
         break;
     case SetAttribute::Payload::Faces: {
         const std::int64_t first = std::max<std::int64_t>(0, command.plug.last().first);
-        if (!m_meshes.append(node, static_cast<std::uint32_t>(first), std::move(*command.faces))) {
+        if (!m_meshes.append(node, static_cast<std::uint32_t>(first), std::move(*command.faces),
+                             command.cornersAhead)) {
             note(DiagnosticKind::DamagedGeometry, "faces", m_graph.node(node).name);
         }
         break;
@@ -178,7 +179,8 @@ void SceneBuilder::setNumbers(NodeId node, const SetAttribute& command)
     }
     const std::size_t outer = outerRange(command.plug);
     if (outer == command.plug.stepCount) {
-        storeBlock(plugAt(m_graph, node, command.plug), command.plug.last(), numbers);
+        storeBlock(plugAt(m_graph, node, command.plug), command.plug.last(), numbers,
+                   command.elementsAhead);
         return;
     }
     PlugPath one = command.plug;
@@ -189,12 +191,13 @@ void SceneBuilder::setNumbers(NodeId node, const SetAttribute& command)
     }
 }
 
-void SceneBuilder::storeBlock(const Plug& plug, const PlugStep& step, const NumberBlock& numbers)
+void SceneBuilder::storeBlock(const Plug& plug, const PlugStep& step, const NumberBlock& numbers,
+                              std::size_t elementsAhead)
 {
     const Attribute attribute = m_graph.attribute(plug.node, plug.attribute);
     if (attribute.isMulti) {
         const std::int64_t first = std::max<std::int64_t>(0, step.first);
-        storeElements(plug, static_cast<std::uint32_t>(first), numbers);
+        storeElements(plug, static_cast<std::uint32_t>(first), numbers, elementsAhead);
     } else {
         storeSingle(plug, numbers, 0);
     }
@@ -203,7 +206,8 @@ void SceneBuilder::storeBlock(const Plug& plug, const PlugStep& step, const Numb
     }
 }
 
-void SceneBuilder::storeElements(const Plug& array, std::uint32_t first, const NumberBlock& numbers)
+void SceneBuilder::storeElements(const Plug& array, std::uint32_t first, const NumberBlock& numbers,
+                                 std::size_t elementsAhead)
 {
     const NumericArray* held = m_graph.findNumericArray(array);
     if (held != nullptr && held->width() != numbers.width) {
@@ -215,7 +219,9 @@ void SceneBuilder::storeElements(const Plug& array, std::uint32_t first, const N
         note(DiagnosticKind::BadStatement, "setAttr", m_graph.plugName(array));
         return;
     }
-    storeBlockIn(m_graph.numericArray(array, numbers.storage, numbers.width), first, numbers);
+    NumericArray& block = m_graph.numericArray(array, numbers.storage, numbers.width);
+    block.reserveMore(elementsAhead);
+    storeBlockIn(block, first, numbers);
 }
 
 void SceneBuilder::storeSingle(const Plug& plug, const NumberBlock& numbers, std::size_t from)

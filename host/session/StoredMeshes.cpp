@@ -22,7 +22,7 @@ constexpr std::size_t kMaxUvSets = 64; ///< as many as faces can refer to
 template<class T>
 void appendTo(std::vector<T>& list, std::vector<T>&& more)
 {
-    if (list.empty()) {
+    if (list.capacity() == 0) {
         list = std::move(more);
     } else {
         list.insert(list.end(), more.begin(), more.end());
@@ -44,7 +44,7 @@ std::vector<std::int32_t>& idsOf(PolyFaces& faces, std::int32_t set, std::size_t
 
 void appendFaces(PolyFaces& faces, PolyFaces&& more)
 {
-    if (faces.faceLoopCounts.empty() && faces.corners.empty()) {
+    if (faces.faceLoopCounts.empty() && faces.corners.capacity() == 0) {
         faces = std::move(more);
         return;
     }
@@ -57,6 +57,27 @@ void appendFaces(PolyFaces& faces, PolyFaces&& more)
     appendTo(faces.faceLoopCounts, std::move(more.faceLoopCounts));
     for (PolyFaces::UvIds& ids : faces.uvSets) {
         ids.ids.resize(faces.corners.size(), -1);
+    }
+}
+
+/// Memory for all faces of a list when its first ones come. Faces and loops are reckoned from
+/// those, and are not more than the corners.
+void reserveFaces(PolyFaces& faces, const PolyFaces& first, std::size_t cornersAhead)
+{
+    const std::size_t corners = first.corners.size();
+    if (!faces.corners.empty() || cornersAhead <= corners || corners == 0) {
+        return;
+    }
+    const auto share = [&](std::size_t count) {
+        const double wanted = 1.02 * static_cast<double>(count) *
+                              static_cast<double>(cornersAhead) / static_cast<double>(corners);
+        return std::min(static_cast<std::size_t>(wanted), cornersAhead);
+    };
+    faces.corners.reserve(cornersAhead);
+    faces.loopSizes.reserve(share(first.loopSizes.size()));
+    faces.faceLoopCounts.reserve(share(first.faceLoopCounts.size()));
+    for (const PolyFaces::UvIds& ids : first.uvSets) {
+        idsOf(faces, ids.set, 0).reserve(cornersAhead);
     }
 }
 
@@ -243,13 +264,15 @@ void MeshAssembly::report(std::size_t count, std::string_view what)
 
 } // namespace
 
-bool StoredMeshes::append(NodeId mesh, std::uint32_t first, PolyFaces&& faces)
+bool StoredMeshes::append(NodeId mesh, std::uint32_t first, PolyFaces&& faces,
+                          std::size_t cornersAhead)
 {
     const auto [entry, isNew] = m_faces.try_emplace(mesh);
     if (isNew) {
         addMesh(mesh);
     }
     const bool follows = entry->second.faceLoopCounts.size() == first;
+    reserveFaces(entry->second, faces, cornersAhead);
     appendFaces(entry->second, std::move(faces));
     return follows;
 }

@@ -163,6 +163,14 @@ void NumericArray::overwrite(std::size_t offset, const T* numbers, std::size_t c
         m_numbers);
 }
 
+void NumericArray::reserveMore(std::size_t elements)
+{
+    if (elements >= m_elementCount) {
+        const std::size_t numbers = numberCount() + elements * m_width;
+        std::visit([numbers](auto& held) { held.reserve(numbers); }, m_numbers);
+    }
+}
+
 template<class T>
 void NumericArray::store(std::uint32_t first, std::span<const T> numbers)
 {

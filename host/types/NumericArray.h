@@ -51,6 +51,9 @@ public:
     /// another one are converted). Elements beyond index 2^32-2 are left out.
     template<class T>
     void store(std::uint32_t first, std::span<const T> numbers);
+    /// Takes memory for so many more elements at once, unless they are fewer than there are: small
+    /// steps are better left to the block's own growth.
+    void reserveMore(std::size_t elements);
     /// Stores one number of one element; the element's other numbers become 0 when it did not
     /// exist. A component outside the width is ignored.
     void storeComponent(std::uint32_t index, std::size_t component, double number);

@@ -346,6 +346,7 @@ TEST(BinaryMesh, LongListsArriveInPiecesOfWholeFaces)
         std::size_t corners = 0;
         std::size_t numbers = 0;
         std::int64_t nextPoint = 0;
+        std::size_t cornersAhead = 300000;
         bool isInStep = true;
 
         void setAttribute(const host::file::SetAttribute& command) override
@@ -353,6 +354,9 @@ TEST(BinaryMesh, LongListsArriveInPiecesOfWholeFaces)
             const host::PlugStep& step = command.plug.last();
             if (command.faces != nullptr) {
                 firsts.push_back(step.first);
+                isInStep = isInStep && command.cornersAhead == cornersAhead &&
+                           command.elementsAhead == cornersAhead / 3;
+                cornersAhead -= command.faces->corners.size();
                 corners += command.faces->corners.size();
                 for (const std::uint32_t size : command.faces->loopSizes) {
                     isInStep = isInStep && size == 3;
@@ -362,7 +366,8 @@ TEST(BinaryMesh, LongListsArriveInPiecesOfWholeFaces)
                 const auto& all = command.faces->uvSets.at(0).ids;
                 ids.insert(ids.end(), all.begin(), all.end());
             } else if (step.name == "vt") {
-                isInStep = isInStep && step.first == nextPoint;
+                isInStep = isInStep && step.first == nextPoint &&
+                           command.elementsAhead == 30000 - static_cast<std::size_t>(nextPoint);
                 nextPoint += static_cast<std::int64_t>(command.numbers.count());
                 numbers += command.numbers.numberCount();
             }

@@ -239,3 +239,26 @@ TEST(NumericArray, CanBeFilledAgainAfterItWasTaken)
 
 } // namespace
 } // namespace host
+
+TEST(NumericArray, ReservesOnceForWhatIsToCome)
+{
+    NumericArray array(NumberStorage::Float, 2);
+    array.reserveMore(100);
+    const std::vector<float> two{1, 2, 3, 4};
+    array.store<float>(0, two);
+    const float* const place = array.numbers<float>()->data();
+    EXPECT_GE(array.numbers<float>()->capacity(), 200u);
+    for (std::uint32_t first = 2; first < 100; first += 2) {
+        array.reserveMore(100 - first);
+        array.store<float>(first, two);
+    }
+    EXPECT_EQ(array.numbers<float>()->data(), place);
+    EXPECT_EQ(array.elementCount(), 100u);
+    EXPECT_EQ(array.number(99, 1), 4);
+    // A step smaller than what is there is left to the block's growth.
+    const std::size_t capacity = array.numbers<float>()->capacity();
+    array.reserveMore(99);
+    EXPECT_EQ(array.numbers<float>()->capacity(), capacity);
+    array.reserveMore(100);
+    EXPECT_GE(array.numbers<float>()->capacity(), 400u);
+}

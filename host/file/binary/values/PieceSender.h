@@ -18,11 +18,12 @@ public:
         : m_reader(reader)
         , m_command(task.command)
         , m_step(task.command.plug.steps[runningStep(task.command.plug)])
+        , m_left(task.count)
     {
         m_command.payload = SetAttribute::Payload::Numbers;
     }
 
-    /// `numbers` are whole elements of `width` numbers.
+    /// `numbers` are whole elements of `width` numbers; in all as many as the task counts.
     template<class T>
     void send(std::span<const T> numbers, std::size_t width)
     {
@@ -31,6 +32,8 @@ public:
             m_step.last = m_step.first + count - 1;
         }
         m_command.numbers = blockOf(numbers, width);
+        m_command.elementsAhead = m_left;
+        m_left -= static_cast<std::size_t>(count);
         m_reader.sink.setAttribute(m_command);
         if (m_step.hasIndex()) {
             m_step.first += count;
@@ -55,6 +58,7 @@ private:
     Reader& m_reader;
     SetAttribute& m_command;
     PlugStep& m_step;
+    std::size_t m_left; ///< elements
 };
 
 } // namespace host::file::binary

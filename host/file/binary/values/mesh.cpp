@@ -208,6 +208,7 @@ private:
         const std::size_t perPiece = kPieceNumbers / width;
         buffer.resize(perPiece * width);
         ValueTask task;
+        task.count = total;
         task.command = command;
         task.command.sizeHint = static_cast<std::int64_t>(total);
         setRange(task.command, 0, 1);
@@ -275,13 +276,16 @@ private:
         m_parts.corners = m_parts.corners.part(0, closed);
         SetAttribute command = commandFor(stepOf("fc"));
         command.payload = SetAttribute::Payload::Faces;
-        command.sizeHint = static_cast<std::int64_t>(countFaces());
+        const std::size_t total = countFaces();
+        command.sizeHint = static_cast<std::int64_t>(total);
         std::size_t faces = 0;
         for (std::size_t begin = 0; begin < closed;) {
             const std::size_t end = endOfPiece(m_parts.corners, begin, kPieceCorners);
             loadFaces(begin, end - begin);
             const std::size_t count = m_reader.buffers.faces.faceLoopCounts.size();
             setRange(command, faces, count);
+            command.elementsAhead = total - faces;
+            command.cornersAhead = closed - begin;
             command.faces = &m_reader.buffers.faces;
             m_reader.sink.setAttribute(command);
             command.sizeHint = -1;
