@@ -5,7 +5,7 @@ import struct
 import sys
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'support'))
-import mayaBinary
+import binaryReader
 
 SCENES = ('.ma', '.mb')
 
@@ -51,7 +51,7 @@ def meshes(path):
 
 
 def binary_meshes(path):
-    scene, found = mayaBinary.read(path), []
+    scene, found = binaryReader.read(path), []
     for node in scene.nodes:
         if node.code == b'DMSH' and not node.selected:
             found.append(Mesh(node.name, node.parent))
@@ -80,7 +80,7 @@ def text_meshes(path):
 def current_frame(path):
     """The whole frame at which a scene was saved; 1 where it does not say, none where it is no whole one or -1."""
     if is_binary(path):
-        return binary_frame(mayaBinary.read(path))
+        return binary_frame(binaryReader.read(path))
     with open(path, 'rb') as file:
         found = CURRENT.search(file.read())
     frame = float(found.group(1)) if found else 1.0
@@ -101,7 +101,7 @@ def layer_members(path):
     """Layers in the order of their creation, each with the names of its members in the order of connections; none where no
     layer, not even the default one, has a member."""
     if is_binary(path):
-        scene = mayaBinary.read(path)
+        scene = binaryReader.read(path)
         names = [node.name for node in scene.nodes if node.code == b'DSPL' and not node.selected]
         links = [(one[:-3], other[:-3]) for one, other in scene.connections if one.endswith('.di') and other.endswith('.do')]
     else:
