@@ -238,7 +238,6 @@ TEST(NumericArray, CanBeFilledAgainAfterItWasTaken)
 }
 
 } // namespace
-} // namespace host
 
 TEST(NumericArray, ReservesOnceForWhatIsToCome)
 {
@@ -262,3 +261,5 @@ TEST(NumericArray, ReservesOnceForWhatIsToCome)
     array.reserveMore(100);
     EXPECT_GE(array.numbers<float>()->capacity(), 400u);
 }
+
+} // namespace host
