@@ -1,16 +1,21 @@
-// Writes the inputs of the benchmarks: one smooth wavy mesh as a Maya ASCII scene and as an .obj
-// file, many small nodes, or animated transforms among others.
+// Writes the inputs of the benchmarks: one smooth wavy mesh as a Maya ASCII scene, as an .obj file
+// or as a Maya Binary scene, many small nodes, or animated transforms among others.
 //
 //   bench_make_scene mesh COLUMNS scene.ma scene.obj
 //       COLUMNS x COLUMNS quads with texture coordinates
+//   bench_make_scene binary COLUMNS scene.mb
+//       the same scene, number by number, in the binary form of Maya 2019
 //   bench_make_scene nodes COUNT scene.ma
 //       COUNT transforms, ten to a group, with a few channels each
 //   bench_make_scene animated COUNT OTHERS FRAMES scene.ma
 //       COUNT transforms with nine curves of four keys each, OTHERS without, a range of FRAMES
+#include "tests/support/BinaryScene.h"
+
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -128,6 +133,68 @@ void writeMesh(const Grid& grid, const char* maPath, const char* objPath)
         "connectAttr \"wavesShape.iog\" \":initialShadingGroup.dsm\" -na;\n// End of scene\n", ma);
 }
 
+/// The number that a reader finds in the text.
+float asPrinted(double number)
+{
+    char text[64];
+    std::snprintf(text, sizeof text, kFloat, number);
+    return static_cast<float>(std::strtod(text, nullptr));
+}
+
+test::BinaryMesh binaryMesh(const Grid& grid)
+{
+    const int n = grid.n;
+    test::BinaryMesh mesh;
+    test::BinaryMesh::Set map{"map1", {}};
+    for (int i = 0; i < grid.vertexCount(); ++i) {
+        double p[3];
+        point(grid, i, p);
+        for (const double c : p) {
+            mesh.points.push_back(asPrinted(c));
+        }
+        map.numbers.push_back(asPrinted(i % (n + 1) / static_cast<double>(n)));
+        map.numbers.push_back(asPrinted(i / (n + 1) / static_cast<double>(n)));
+    }
+    const auto edge = [&](int start, int end) {
+        mesh.edges.push_back({static_cast<std::uint32_t>(start), static_cast<std::uint32_t>(end)});
+    };
+    for (int i = 0; i < n * (n + 1); ++i) {
+        const int a = i / n * (n + 1) + i % n;
+        edge(a, a + 1);
+    }
+    for (int i = 0; i < n * (n + 1); ++i) {
+        edge(i, i + n + 1);
+    }
+    for (int i = 0; i < n * n; ++i) {
+        const int row = i / n;
+        const int column = i % n;
+        const int a = row * (n + 1) + column;
+        mesh.faces.push_back(
+            {{grid.horizontal(row, column), grid.vertical(row, column + 1),
+              -grid.horizontal(row + 1, column) - 1, -grid.vertical(row, column) - 1}});
+        map.corners.insert(map.corners.end(), {a, a + 1, a + n + 2, a + n + 1});
+    }
+    mesh.uvSets = {std::move(map)};
+    return mesh;
+}
+
+void writeBinaryMesh(const Grid& grid, const char* path)
+{
+    const test::BinaryScene mb(test::kMaya2019);
+    const test::BinaryMesh mesh = binaryMesh(grid);
+    const std::string last = std::to_string(grid.vertexCount() - 1);
+    const std::string values =
+        mb.string("uvst[0].uvsn", "map1") +
+        mb.floats("uvst[0].uvsp[0:" + last + "]", mesh.uvSets[0].numbers, 2) +
+        mb.string("cuvs", "map1") + mb.mesh("o", mesh);
+    const std::string file =
+        mb.file(mb.header() + mb.node("XFRM", {"waves"}) +
+                mb.node("DMSH", {"wavesShape", "waves"}, values) +
+                mb.connections(mb.connection("wavesShape.iog", ":initialShadingGroup.dsm", 1)) +
+                mb.trailer(2));
+    std::fwrite(file.data(), 1, file.size(), create(path).get());
+}
+
 void writeNodes(int count, const char* maPath)
 {
     const File maFile = create(maPath);
@@ -194,6 +261,10 @@ int main(int argc, char** argv)
         writeMesh(Grid{std::atoi(argv[2])}, argv[3], argv[4]);
         return 0;
     }
+    if (kind == "binary" && argc == 4) {
+        writeBinaryMesh(Grid{std::atoi(argv[2])}, argv[3]);
+        return 0;
+    }
     if (kind == "nodes" && argc == 4) {
         writeNodes(std::atoi(argv[2]), argv[3]);
         return 0;
@@ -202,7 +273,8 @@ int main(int argc, char** argv)
         writeAnimated(std::atoi(argv[2]), std::atoi(argv[3]), std::atoi(argv[4]), argv[5]);
         return 0;
     }
-    std::fputs("usage: bench_make_scene mesh COLUMNS scene.ma scene.obj | nodes COUNT scene.ma | "
+    std::fputs("usage: bench_make_scene mesh COLUMNS scene.ma scene.obj | binary COLUMNS "
+               "scene.mb | nodes COUNT scene.ma | "
                "animated COUNT OTHERS FRAMES scene.ma\n",
                stderr);
     return 2;

@@ -1,6 +1,9 @@
 # Programs that bench/run.py uses beside the reader's own benchmark.
 add_executable(bench_make_scene ${CMAKE_CURRENT_LIST_DIR}/makeScene.cpp)
+target_include_directories(bench_make_scene PRIVATE ${PROJECT_SOURCE_DIR})
 add_executable(bench_empty_program ${CMAKE_CURRENT_LIST_DIR}/emptyProgram.cpp)
+add_executable(bench_decode_rate ${CMAKE_CURRENT_LIST_DIR}/decodeRate.cpp)
+target_link_libraries(bench_decode_rate PRIVATE host_file platform)
 add_executable(bench_tessellate ${CMAKE_CURRENT_LIST_DIR}/tessellate.cpp)
 target_link_libraries(bench_tessellate PRIVATE host_geometry)
 find_path(ORV_TINYOBJ NAMES tiny_obj_loader.h)

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Benchmarks against public peers: all figures come from the same run, and ratios of medians are what counts.
 
-  bench/run.py [--build build/release] [--runs 5] [--columns 770] [--keep FOLDER]
+  bench/run.py [--build build/release] [--runs 5] [--columns 770] [--binary-columns 1160] [--keep FOLDER]
 
 Builds the benchmark programs first (packages: tools/install_packages.sh build bench). Prints one line per bar: the ratio,
 the bar, and whether it is met. The exit status is 0 whether bars are met or not: a slow machine is no failure.
@@ -50,12 +50,13 @@ def main():
     parser.add_argument('--build', default=os.path.join(ROOT, 'build', 'release'))
     parser.add_argument('--runs', type=int, default=5)
     parser.add_argument('--columns', type=int, default=770)
+    parser.add_argument('--binary-columns', type=int, default=1160, help='of the mesh that is read as .mb and as .ma')
     parser.add_argument('--keep', help='keep the inputs in this folder')
     options = parser.parse_args()
     subprocess.check_call(['cmake', '-S', ROOT, '-B', options.build, '-G', 'Ninja', '-DCMAKE_BUILD_TYPE=Release',
                            '-DORV_BENCH=ON'], stdout=subprocess.DEVNULL)
     subprocess.check_call(['cmake', '--build', options.build, '--target', 'maya_importer', 'bench_make_scene',
-                           'bench_load_obj', 'bench_empty_program', 'bench_read_rate', 'bench_tessellate'], stdout=subprocess.DEVNULL)
+                           'bench_load_obj', 'bench_empty_program', 'bench_read_rate', 'bench_decode_rate', 'bench_tessellate'], stdout=subprocess.DEVNULL)
     program = lambda name: os.path.join(options.build, 'bin', name)
     folder = options.keep or tempfile.mkdtemp(prefix='vistrel-bench-')
     os.makedirs(folder, exist_ok=True)
@@ -110,6 +111,31 @@ def run(options, program, path):
     bar('(e) tiny scene / empty program', start.seconds / empty.seconds, 10)
     sampling(options, program, path, convert)
     tessellation(program)
+    binary(options, program, path, convert)
+
+
+def binary(options, program, path, convert):
+    """The same mesh scene as .mb and as .ma, number by number."""
+    columns = str(options.binary_columns)
+    subprocess.check_call([program('bench_make_scene'), 'binary', columns, path('twin.mb')])
+    subprocess.check_call([program('bench_make_scene'), 'mesh', columns, path('twin.ma'), path('twin.obj')])
+    os.remove(path('twin.obj'))
+    rates = subprocess.check_output([program('bench_decode_rate'), path('twin.mb')], text=True)
+    print(rates, end='')
+    ratio = float([line.split()[1] for line in rates.splitlines() if line.startswith('ratio')][0])
+    bar('(h) decoding rate of .mb / memcpy of the same bytes', ratio, 0.1, at_least=True)
+
+    text = convert('twin.ma', 'twin.ma.obx', options.runs)
+    binary_form = convert('twin.mb', 'twin.mb.obx', options.runs)
+    with open(path('twin.ma.obx'), 'rb') as of_text, open(path('twin.mb.obx'), 'rb') as of_binary:
+        if of_text.read().replace(b'twin.ma', b'twin.mb') != of_binary.read():
+            sys.exit('the .mb and the .ma gave different scenes')
+    size, output = os.path.getsize(path('twin.mb')), os.path.getsize(path('twin.mb.obx'))
+    print('.mb of %.1f MB %.3f s, .ma of %.1f MB %.3f s; peak of the .mb %.1f MB, input + 1.2 x output %.1f MB'
+          % (size / 1e6, binary_form.seconds, os.path.getsize(path('twin.ma')) / 1e6, text.seconds,
+             binary_form.peak / 1e6, (size + 1.2 * output) / 1e6))
+    bar('(i) whole conversion of the .ma / of its .mb twin', text.seconds / binary_form.seconds, 3, at_least=True)
+    bar('(i) peak memory of the .mb / (input + 1.2 x output)', binary_form.peak / (size + 1.2 * output), 1)
 
 
 def tessellation(program):
