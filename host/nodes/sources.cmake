@@ -6,6 +6,7 @@ set(SOURCES
     groupParts.cpp
     joint.cpp
     mesh.cpp
+    pointOffsets.cpp
     textureColor.cpp
     transform.cpp
     transformParts.cpp

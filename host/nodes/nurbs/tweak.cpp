@@ -61,18 +61,31 @@ Value tweakedSurface(geometry::SurfaceData surface, const ControlPointTweaks& tw
     return Value::of(std::move(surface));
 }
 
+void scale(ControlPointTweaks& tweaks, double factor)
+{
+    for (ControlPointTweaks::Entry& entry : tweaks.entries) {
+        for (double& value : entry.values) {
+            value *= factor;
+        }
+    }
+}
+
 /// Each geometry that passes has its points under its own index.
 Expected<Value> compute(ComputeContext& context)
 {
     const std::array<std::int32_t, 1> which{std::max(0, context.index())};
     const Value input = context.element(0, which);
-    const bool isOff = context.number(1, 1) == 0 || context.number(2, 0) == 1;
+    const double envelope = context.number(1, 1);
+    const bool isOff = envelope == 0 || context.number(2, 0) == 1;
     ControlPointTweaks tweaks;
     tweaks.isRelative = flagInput(context, 3, true);
     const auto mesh = input.data<geometry::MeshData>();
     tweaks.entries = readPoints(context, mesh != nullptr ? kVertices : kControlPoints, which);
     if (!context.isComplete() || isOff || tweaks.empty()) {
         return input;
+    }
+    if (tweaks.isRelative && envelope != 1) {
+        scale(tweaks, envelope);
     }
     if (mesh != nullptr) {
         return tweakedMesh(mesh, tweaks);

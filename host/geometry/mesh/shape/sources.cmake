@@ -1,2 +1,10 @@
 list(APPEND SOURCES
+    mesh/shape/averageVertices.cpp
+    mesh/shape/cornerNormals.cpp
+    mesh/shape/facePlanes.cpp
+    mesh/shape/lockNormals.cpp
+    mesh/shape/moveComponents.cpp
+    mesh/shape/softenEdges.cpp
+    mesh/shape/transformMesh.cpp
+    mesh/shape/turnFaces.cpp
 )

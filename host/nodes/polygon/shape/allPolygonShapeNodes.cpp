@@ -7,7 +7,10 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 0> kNodes{};
+constinit const std::array<const NodeCompute*, 8> kNodes{
+    &kPolyAverageVertex, &kPolyMoveEdge,        &kPolyMoveFace, &kPolyMoveVertex,
+    &kPolyNormal,        &kPolyNormalPerVertex, &kPolySoftEdge, &kPolyTweak,
+};
 
 } // namespace
 

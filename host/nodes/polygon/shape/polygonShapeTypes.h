@@ -5,4 +5,13 @@
 
 namespace host::nodes {
 
+extern const NodeCompute kPolyAverageVertex;
+extern const NodeCompute kPolyMoveEdge;
+extern const NodeCompute kPolyMoveFace;
+extern const NodeCompute kPolyMoveVertex;
+extern const NodeCompute kPolyNormal;
+extern const NodeCompute kPolyNormalPerVertex;
+extern const NodeCompute kPolySoftEdge;
+extern const NodeCompute kPolyTweak;
+
 } // namespace host::nodes

@@ -1,3 +1,9 @@
 list(APPEND SOURCES
     polygon/shape/allPolygonShapeNodes.cpp
+    polygon/shape/polyAverageVertex.cpp
+    polygon/shape/polyMoveComponents.cpp
+    polygon/shape/polyNormal.cpp
+    polygon/shape/polyNormalPerVertex.cpp
+    polygon/shape/polySoftEdge.cpp
+    polygon/shape/polyTweak.cpp
 )

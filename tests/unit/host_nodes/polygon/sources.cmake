@@ -1,2 +1,3 @@
 list(APPEND SOURCES
+    polygon/shapeTest.cpp
 )

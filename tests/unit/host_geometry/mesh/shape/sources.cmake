@@ -1,2 +1,4 @@
 list(APPEND SOURCES
+    mesh/shape/movedPointsTest.cpp
+    mesh/shape/normalOperationsTest.cpp
 )
