@@ -22,6 +22,9 @@ public:
     bool isThere(std::uint32_t vertex) const { return m_isThere[vertex]; }
 
 private:
+    /// Longer than any way between floats, and its square is a number.
+    static constexpr double kLongest = 1e150;
+
     struct Steps {
         double x = 0, y = 0, z = 0;
     };

@@ -1,4 +1,8 @@
 list(APPEND SOURCES
+    mesh/edit/deletePartsTest.cpp
+    mesh/edit/joinVerticesTest.cpp
     mesh/edit/meshLinksTest.cpp
     mesh/edit/meshRewriterTest.cpp
+    mesh/edit/triangulateFacesTest.cpp
+    mesh/edit/uniteSplitTest.cpp
 )
