@@ -59,4 +59,6 @@ endforeach()
 if(TARGET print_plugs AND TARGET maya_importer)
     script_test(corpus.sameScene tests/corpus/sameScene.py ${ORV_RUNNER} --printer $<TARGET_FILE:print_plugs>
         --importer $<TARGET_FILE:maya_importer>)
+    script_test(corpus.writtenTwins tests/corpus/sameScene.py ${ORV_RUNNER} --printer $<TARGET_FILE:print_plugs>
+        --writer $<TARGET_FILE:write_binary> --importer $<TARGET_FILE:maya_importer>)
 endif()

@@ -3,6 +3,8 @@
 
   ORV_CORPUS=FOLDER sameScene.py --printer PRINT_PLUGS [--importer MAYA_IMPORTER [--runner WRAPPER]] [--only TEXT]
   sameScene.py --printer PRINT_PLUGS A.ma B.mb ...          pairs of other files
+  sameScene.py --printer PRINT_PLUGS --writer WRITE_BINARY A.ma ...   of text scenes, or all of a folder, a pair made here: the
+                                                            writer makes a binary file in the manner of each version of Maya
 
 A pair is A.ma with A.mb beside it. Nodes are compared in the order of their making, attributes as the printer spreads them,
 connections in the files' order; flags where both files tell them; numbers within what the text has digits for. Each
@@ -25,6 +27,8 @@ from importer import Importer
 # The text has 17 digits of a number of double precision, and angles are in degrees there: a few units of the last place.
 # It has 9 of one of single precision, or fewer in old versions.
 CLOSE = {'d': 2e-15, 'f': 6e-9, 'i': 0.0}
+NO_VALUE = 'left out: a value of '
+VERSIONS = ('2019', '8.5', '2016', '2011', '2015', '2012')
 DATA_CLOSE = 2e-14  # of matrices, which the reader composes of angles and lengths
 
 
@@ -67,12 +71,9 @@ class Scene:
 
 class Node:
     def __init__(self, cells):
-        self.path, self.type, self.flags_of_node, self.uuid = cells[1], cells[2], int(cells[3]), cells[4]
+        self.path, self.type, self.uuid = cells[1], cells[2], cells[4].upper()
+        self.is_shared, self.is_locked = bool(int(cells[3]) & 1), bool(int(cells[3]) & 2)
         self.definitions, self.flags, self.values = [], {}, {}
-
-    @property
-    def shared(self):
-        return bool(self.flags_of_node & 1)
 
 
 class Difference:
@@ -93,7 +94,7 @@ def has_view(difference):
     """The node is one of the cameras of the panels, or its shape."""
     node, scene = difference.node, difference.scenes[0]
     below = [child.type for child in scene.children(node)]
-    return node.shared and (node.type == 'camera' or (node.type == 'transform' and below == ['camera']))
+    return node.is_shared and (node.type == 'camera' or (node.type == 'transform' and below == ['camera']))
 
 
 def is_left_out(difference):
@@ -142,14 +143,16 @@ def is_close(storage, one, other):
 
 
 class Comparison:
-    def __init__(self, text, binary):
+    def __init__(self, text, binary, unwritten=()):
         self.text, self.binary = text, binary
         self.counts, self.spread = collections.Counter(), collections.Counter()
         self.differences, self.wrong, self.covered, self.saved_apart = [], [], collections.Counter(), []
         self.compare()
         for difference in self.differences:
             rule = next((name for name, covers in RULES if difference.node and covers(difference)), None)
-            if rule:
+            if difference.other is None and difference.plug in unwritten:
+                self.covered['not written: ' + difference.plug] += 1
+            elif rule:
                 self.covered[rule] += 1
                 if rule == SAVED_APART:
                     self.saved_apart.append(difference)
@@ -187,7 +190,9 @@ class Comparison:
                 self.wrong.append('info: %s is %s | %s' % (key, ones[key], others[key]))
 
     def compare_nodes(self, one, other):
-        for name in ('type', 'flags_of_node', 'uuid'):
+        if one.is_locked != other.is_locked:
+            self.covered['not read: locked nodes'] += 1
+        for name in ('type', 'is_shared', 'uuid'):
             if getattr(one, name) != getattr(other, name):
                 self.wrong.append('%s: %s %r | %r' % (one.path, name, getattr(one, name), getattr(other, name)))
         self.compare_lists('define', one.definitions, other.definitions)
@@ -210,7 +215,7 @@ class Comparison:
         if one[0] != other[0]:
             return False
         if one[0] == 'number':
-            if one[1][1] != other[1][1]:
+            if one[1][1] != other[1][1] and one[1][3] != '?':  # who does not know an attribute guesses its storage
                 return False
             numbers, storage = ([one[1][2]], [other[1][2]]), one[1][1]
         else:
@@ -263,7 +268,7 @@ def compare_converted(importer, text, binary, more):
 
 
 def check(options, text, binary):
-    comparison = Comparison(Scene(options, text), Scene(options, binary))
+    comparison = Comparison(Scene(options, text), Scene(options, binary), getattr(options, 'unwritten', ()))
     wrong = list(comparison.wrong)
     print('         ' + ', '.join('%s %d' % pair for pair in sorted(comparison.counts.items())))
     for kind, off in sorted(comparison.spread.items()):
@@ -277,28 +282,43 @@ def check(options, text, binary):
     return wrong
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument('--printer', required=True)
-    parser.add_argument('--importer', default='')
-    parser.add_argument('--runner', default='')
-    parser.add_argument('--only', default='')
-    parser.add_argument('files', nargs='*')
-    options = parser.parse_args()
-    options.run = Importer(options.importer, options.runner) if options.importer else None
-    files = [os.path.abspath(path) for path in options.files]
-    pairs = list(zip(files[::2], files[1::2]))
-    if not options.files:
-        folder = os.environ.get('ORV_CORPUS')
-        if not folder:
-            print('skipped: ORV_CORPUS is not set, 0 scenes run')
-            return 0
-        texts = sorted(os.path.join(place, name) for place, _, names in os.walk(os.path.abspath(folder))
-                       for name in names if name.endswith('.ma') and name[:-3] + '.mb' in names)
-        pairs = [(path, path[:-3] + '.mb') for path in texts if options.only in path]
-    failed = 0
+def saved_pairs(options):
+    """Pairs of files that exist."""
+    if options.files:
+        files = [os.path.abspath(path) for path in options.files]
+        return list(zip(files[::2], files[1::2]))
+    texts = sorted(os.path.join(place, name) for place, _, names in os.walk(os.path.abspath(options.folder))
+                   for name in names if name.endswith('.ma') and name[:-3] + '.mb' in names)
+    return [(path, path[:-3] + '.mb') for path in texts if options.only in path]
+
+
+def written_pairs(options, folder):
+    """Pairs whose second file is written here; scenes that the writer cannot write whole are told and left out."""
+    texts = [os.path.abspath(path) for path in options.files]
+    if not texts:
+        texts = sorted(os.path.join(place, name) for place, _, names in os.walk(os.path.abspath(options.folder))
+                       for name in names if name.endswith('.ma') and options.only in os.path.join(place, name))
+    options.left_out = collections.Counter()
+    for text in texts:
+        base = os.path.splitext(os.path.basename(text))[0]
+        for version in [[name] for name in VERSIONS] if options.files else [[]]:  # none: the scene's own
+            binary = os.path.join(folder, '%s.mb' % base)
+            runner = [os.path.abspath(options.runner)] if options.runner else []
+            names = ['Z:' + path if runner else path for path in (text, binary)]
+            done = subprocess.run(runner + [options.writer] + names + version, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+            told = (done.stdout + done.stderr).decode('utf-8', 'replace').strip().split('\n')
+            options.unwritten = [line.split()[-1] for line in told if line.startswith(NO_VALUE)]
+            if done.returncode == 0 or (done.returncode == 3 and all(line.startswith(NO_VALUE) for line in told)):
+                yield text, binary
+            else:
+                options.left_out[next(line for line in told if not line.startswith(NO_VALUE))[:60]] += 1
+
+
+def compare_all(options, pairs):
+    failed = total = 0
     for text, binary in pairs:
-        print(os.path.relpath(binary))
+        total += 1
+        print(os.path.basename(binary))
         try:
             wrong = check(options, text, binary)
         except RuntimeError as fault:
@@ -307,8 +327,30 @@ def main():
         print('%-6s  %s' % ('FAILED' if wrong else 'ok', os.path.basename(binary)))
         for line in wrong[:40]:
             print('         ' + line)
-    print('%d scenes in both formats, %d failed' % (len(pairs), failed))
-    return 1 if failed or not pairs else 0
+    print('%d scenes in both formats, %d failed' % (total, failed))
+    for reason, count in sorted(getattr(options, 'left_out', {}).items()):
+        print('%d scenes not written: %s' % (count, reason))
+    return 1 if failed or not total or options.files and getattr(options, 'left_out', {}) else 0
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument('--printer', required=True)
+    parser.add_argument('--writer', default='')
+    parser.add_argument('--importer', default='')
+    parser.add_argument('--runner', default='')
+    parser.add_argument('--only', default='')
+    parser.add_argument('files', nargs='*')
+    options = parser.parse_args()
+    options.run = Importer(options.importer, options.runner) if options.importer else None
+    options.folder = os.environ.get('ORV_CORPUS')
+    if not options.folder and not options.files:
+        print('skipped: ORV_CORPUS is not set, 0 scenes run')
+        return 0
+    if not options.writer:
+        return compare_all(options, saved_pairs(options))
+    with tempfile.TemporaryDirectory() as folder:
+        return compare_all(options, written_pairs(options, folder))
 
 
 if __name__ == '__main__':
