@@ -80,7 +80,10 @@ double VertexGrid::step(double coordinate) const
 
 VertexGrid::VertexGrid(std::span<const std::uint32_t> vertices, std::span<const Vec3d> places,
                        double distance)
-    : m_places(places), m_distance(distance), m_isThere(places.size()), m_next(places.size(), kNone)
+    : m_places(places)
+    , m_distance(std::min(distance, kLongest))
+    , m_isThere(places.size())
+    , m_next(places.size(), kNone)
 {
     m_first.reserve(vertices.size());
     for (const std::uint32_t vertex : vertices) {
