@@ -160,7 +160,12 @@ public:
         return m_evaluator.m_time;
     }
 
-    void noteUncomputed() override { m_evaluator.noteUncomputed(m_plug.node); }
+    void noteUncomputed() override
+    {
+        m_isUncomputed = true;
+        m_evaluator.noteUncomputed(m_plug.node);
+    }
+    bool isUncomputed() const { return m_isUncomputed; }
 
 private:
     /// The plug that one index per multi leads to on the way down to an input; where the indices
@@ -197,6 +202,7 @@ private:
     const Plug& m_plug;
     const OutputEntry& m_entry;
     const NodeInputs m_inputs; ///< numbers that are surely not connected are read straight away
+    bool m_isUncomputed = false;
 };
 
 Evaluator::Evaluator(graph::Graph& graph, const InstanceTable& instances,
@@ -457,6 +463,10 @@ Value Evaluator::fromNode(const Plug& plug, const OutputEntry& entry)
     if (!result) {
         noteUncomputed(plug.node, result.error().message);
         return storedValue(plug);
+    }
+    const AttributeKind kind = m_graph.attribute(plug.node, plug.attribute).kind;
+    if (context.isUncomputed() && mayBeGeometry(kind)) {
+        notePassed(plug.node, !isGeometry(*result));
     }
     return std::move(*result);
 }

@@ -15,13 +15,14 @@ namespace host::session {
 
 /// How a shape whose geometry was asked for came out.
 enum class ShapeOutcome : std::uint8_t {
-    Exact,        ///< as the file stores it, or computed
+    Exact,        ///< as the file stores it
+    Computed,     ///< by its history, whole
     Approximated, ///< something on the way was passed by
     Missing,      ///< its history gave nothing
     Empty         ///< it has neither history nor stored geometry
 };
 
-inline constexpr std::size_t kShapeOutcomes = 4;
+inline constexpr std::size_t kShapeOutcomes = 5;
 
 /// Positions of the attributes that decide whether a node of one type is drawn.
 struct VisibilityAttributes {

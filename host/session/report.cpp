@@ -95,6 +95,7 @@ void writeOutcomes(JsonText& json, const Graph& graph,
     json.beginObject(key);
     json.number("total", total);
     json.number("stored", count(ShapeOutcome::Exact));
+    json.number("computed", count(ShapeOutcome::Computed));
     json.number("approximated", count(ShapeOutcome::Approximated));
     json.number("missing", count(ShapeOutcome::Missing));
     json.number("empty", count(ShapeOutcome::Empty));

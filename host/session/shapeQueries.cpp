@@ -46,8 +46,8 @@ void Session::noteShape(NodeId shape, const Plug& output, std::string_view input
     };
     const std::string& name = m_graph->node(shape).name;
     const auto passed = m_evaluation->evaluator.passedNodes(output);
+    const Plug source = m_graph->inputOf(findPlug(shape, input));
     if (!hasGeometry) {
-        const Plug source = m_graph->inputOf(findPlug(shape, input));
         m_evaluation->shapes[shape] = source ? ShapeOutcome::Missing : ShapeOutcome::Empty;
         if (source) {
             const NodeId last = passed.empty() ? source.node : passed.back().node;
@@ -55,13 +55,16 @@ void Session::noteShape(NodeId shape, const Plug& output, std::string_view input
         }
         return;
     }
-    m_evaluation->shapes[shape] = passed.empty() ? ShapeOutcome::Exact : ShapeOutcome::Approximated;
+    m_evaluation->shapes[shape] = !passed.empty() ? ShapeOutcome::Approximated
+                                  : source        ? ShapeOutcome::Computed
+                                                  : ShapeOutcome::Exact;
     std::vector<std::string_view> noted;
     for (const eval::PassedNode& node : passed) {
         const std::string_view type = typeWord(node.node);
         if (std::find(noted.begin(), noted.end(), type) == noted.end()) {
             noted.push_back(type);
-            m_diagnostics.note(DiagnosticKind::ApproximatedShape, type, name);
+            m_diagnostics.note(DiagnosticKind::ApproximatedShape, type,
+                               name + ", node " + m_graph->node(node.node).name);
         }
     }
 }

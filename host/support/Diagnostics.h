@@ -18,7 +18,8 @@ enum class DiagnosticKind : std::uint8_t {
     UnknownAttribute,  ///< subject: type.attribute; the value is kept as text
     MissingNode,       ///< subject: the command; a node or plug that a statement names is not there
     UncomputedNode,    ///< subject: node type that stands in a chain but has no computation here
-    ApproximatedShape, ///< subject: node type that was passed through; detail: shape
+    ApproximatedShape, ///< subject: type of a node that was passed through or only approximates;
+                       ///< detail: shape and node
     MissingGeometry, ///< subject: node type whose result is missing; detail: shape that stays empty
     DamagedGeometry, ///< subject: what is damaged; detail: shape
     ReferenceLeftOut, ///< subject: the reference's path

@@ -165,7 +165,7 @@ class CommandTest(unittest.TestCase):
 
     def test_report_lists_what_was_left_out(self):
         self.write('odd.ma', SCENE + 'createNode strangeThing -n "odd1" -p "tri";\ncreateNode strangeThing -n "odd2";\n'
-                   'createNode polyCube -n "polyCube1";\ncreateNode transform -n "cube";\n'
+                   'createNode polyReduce -n "polyCube1";\ncreateNode transform -n "cube";\n'
                    'createNode mesh -n "cubeShape" -p "cube";\nconnectAttr "polyCube1.out" "cubeShape.i";\n'
                    'connectAttr "cubeShape.iog" ":initialShadingGroup.dsm" -na;\n'
                    'createNode file -n "file1";\n\tsetAttr ".ftn" -type "string" "wood.png";\n'
@@ -177,7 +177,7 @@ class CommandTest(unittest.TestCase):
         host = report['importer']
         self.assertEqual([(t['type'], t['count'], t['first']) for t in host['unknownNodeTypes']],
                          [('strangeThing', 2, 'odd1')])
-        self.assertEqual([(t['type'], t['firstShape']) for t in host['missingBecauseOf']], [('polyCube', 'cubeShape')])
+        self.assertEqual([(t['type'], t['firstShape']) for t in host['missingBecauseOf']], [('polyReduce', 'cubeShape')])
         self.assertEqual(host['referencesLeftOut'], ['props/chair.ma'])
         self.assertEqual([t['word'] for t in host['unknownStatements']], ['frobnicate'])
         self.assertEqual(host['textures'], ['wood.png'])

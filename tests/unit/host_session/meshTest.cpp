@@ -210,20 +210,20 @@ TEST_F(Meshes, BehindADeformerAreTheOneAboveAndSaySo)
 TEST_F(Meshes, OfAPrimitiveThatNothingComputesAreMissingAndSaySo)
 {
     open(R"(createNode transform -n "a"; createNode mesh -n "m" -p "a";
-        createNode polyCube -n "cube"; createNode polyTweak -n "tweak1";
+        createNode meshLoader -n "cube"; createNode polyTweak -n "tweak1";
         connectAttr "cube.out" "tweak1.ip";
         connectAttr "tweak1.out" "m.i";)");
     EXPECT_EQ(mesh("m"), nullptr);
-    EXPECT_EQ(timesNoted(DiagnosticKind::MissingGeometry, "polyCube"), 1U);
+    EXPECT_EQ(timesNoted(DiagnosticKind::MissingGeometry, "meshLoader"), 1U);
 }
 
 TEST_F(Meshes, WithStoredDataUnderADeadHistoryUseIt)
 {
-    openSquare(R"(createNode polySphere -n "sphere";
+    openSquare(R"(createNode meshLoader -n "sphere";
         connectAttr "sphere.out" "m.i";)");
     ASSERT_NE(mesh("m"), nullptr);
     EXPECT_EQ(mesh("m")->topology->faceCount(), 4U);
-    EXPECT_EQ(timesNoted(DiagnosticKind::ApproximatedShape, "polySphere"), 1U);
+    EXPECT_EQ(timesNoted(DiagnosticKind::ApproximatedShape, "meshLoader"), 1U);
 }
 
 TEST_F(Meshes, GiveTheirRawNumbersBack)
