@@ -66,7 +66,7 @@ struct WaitingFaces {
     BatchNumbers angles[kCorners];
     std::size_t next = 0; ///< the first one that was not added to the sums yet
 
-    void find(bool needsAngles)
+    [[gnu::always_inline]] void find(bool needsAngles)
     {
         faces.findPlanes(normals, areas);
         for (std::size_t k = 0; needsAngles && k < kCorners; ++k) {
@@ -75,6 +75,13 @@ struct WaitingFaces {
         next = 0;
     }
 };
+
+HOST_ALSO_FOR_WIDE_PROCESSORS void findAll(WaitingFaces<3>& triangles, WaitingFaces<4>& quads,
+                                           bool needsAngles)
+{
+    triangles.find(needsAngles);
+    quads.find(needsAngles);
+}
 
 /// Computes the normals that are not locked. Sums are kept only for fans of several corners: the
 /// normal of a single one is its polygon's, whatever the weight. Faces are added to the sums in
@@ -204,8 +211,7 @@ void FanNormals::wait(WaitingFaces<kCorners>& waiting, std::uint32_t face)
 void FanNormals::addWaiting()
 {
     const bool needsAngles = usesAngles() && !m_sums.empty();
-    m_waiting->triangles.find(needsAngles);
-    m_waiting->quads.find(needsAngles);
+    findAll(m_waiting->triangles, m_waiting->quads, needsAngles);
     for (const bool isQuad : m_waiting->areQuads) {
         isQuad ? addNext(m_waiting->quads) : addNext(m_waiting->triangles);
     }

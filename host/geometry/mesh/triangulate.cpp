@@ -70,7 +70,8 @@ struct Diagonals {
     double leastTurn[kBatchFaces]; ///< below zero: perhaps concave
 };
 
-void findDiagonals(const FaceBatch<4>& quads, Diagonals& found)
+HOST_ALSO_FOR_WIDE_PROCESSORS void findDiagonals(const FaceBatch<4>& __restrict quads,
+                                                 Diagonals& __restrict found)
 {
     for (std::size_t i = 0; i < quads.size(); ++i) {
         const Vec3d a = quads.point(0, i);
