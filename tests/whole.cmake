@@ -4,18 +4,19 @@ find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
 set(ORV_RUNNER "")
 set(ORV_OTHER_IMPORTER "")
-set(ORV_MUTATIONS 300)
+set(ORV_MUTATIONS 480)
 set(ORV_SETTINGS_SHARE 2)
 if(CMAKE_CROSSCOMPILING_EMULATOR)
     set(ORV_RUNNER --runner ${CMAKE_CROSSCOMPILING_EMULATOR})
     set(ORV_OTHER_IMPORTER --other ${PROJECT_SOURCE_DIR}/build/release/bin/maya_importer)
-    set(ORV_MUTATIONS 100)
+    set(ORV_MUTATIONS 160)
 endif()
 if(CMAKE_CROSSCOMPILING_EMULATOR OR ORV_SANITIZE)
     set(ORV_SETTINGS_SHARE 1)
 endif()
 file(GLOB ORV_EXAMPLES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/examples/*.ma)
-file(GLOB ORV_SEEDS CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/fuzz/ascii/seeds/*.ma)
+file(GLOB ORV_SEEDS CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/fuzz/ascii/seeds/*.ma
+    ${CMAKE_CURRENT_LIST_DIR}/fuzz/binary/seeds/*.mb)
 
 # script_test(NAME SCRIPT ARGUMENT...): a Python script of the project as a test; "skipped:" on a line counts as skipped.
 function(script_test name script)
@@ -38,6 +39,7 @@ if(TARGET maya_importer)
     script_test(whole.surfaceScenes tests/whole/surfaceScenes.py ${ORV_RUNNER} $<TARGET_FILE:maya_importer>)
     script_test(whole.sameBytes tests/whole/sameBytes.py ${ORV_RUNNER} --importer $<TARGET_FILE:maya_importer>
         ${ORV_OTHER_IMPORTER} ${ORV_EXAMPLES})
+    script_test(whole.binaryTwins tests/whole/binaryTwins.py ${ORV_RUNNER} --importer $<TARGET_FILE:maya_importer> ${ORV_EXAMPLES})
     script_test(whole.mutated tests/whole/mutated.py ${ORV_RUNNER} --importer $<TARGET_FILE:maya_importer>
         -n ${ORV_MUTATIONS} --keep ${CMAKE_BINARY_DIR}/mutated_scenes ${ORV_EXAMPLES} ${ORV_SEEDS})
     script_test(corpus.scenes tests/corpus/corpusTest.py ${ORV_RUNNER} --importer $<TARGET_FILE:maya_importer>)

@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """Damages scenes in many ways, the same ways for the same seed, and sees that the importer takes each with good grace.
 
-  mutated.py --importer PATH [-n 300] [--seed 1] [--runner WRAPPER] [--keep FOLDER] SCENE...
+  mutated.py --importer PATH [-n 300] [--seed 1] [--runner WRAPPER] [--keep FOLDER] [--only-binary] SCENE...
+
+Scenes are of either form; text scenes are taken in the binary form as well where tests/support/binaryTwin.py can write it.
 
 Each run must end by itself within 10 s with status 0 or 1, without a sanitizer's report, within 20 times the input and
 256 MiB of memory (peak resident size; a program built with AddressSanitizer gets twice that and 512 MiB for its shadow and
@@ -16,6 +18,7 @@ import random
 import re
 import shutil
 import signal
+import struct
 import subprocess
 import sys
 import tempfile
@@ -23,6 +26,7 @@ import threading
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'support'))
 import obx
+from binaryTwin import MayaBinary, Unsupported, twin
 from importer import Importer
 from mayaText import cube, face_set, node, scene, shaded, shader, transform, triangle, triple
 
@@ -163,6 +167,155 @@ def mixed(data, rng):
     return data
 
 
+# Binary scenes. What they are cut into is found by walking them as far as they go; damages that change the length of a chunk
+# come with sizes that fit again (`rebuilt`) or do not.
+
+def is_binary(data):
+    return data[:4] in (b'FOR4', b'FOR8')
+
+
+def chunks(data, begin=0, end=None):
+    """(offset, heading's length, payload's end, whether a group) of all chunks at all levels."""
+    wide = data[3:4] == b'8'
+    head = 16 if wide else 8
+    end = len(data) if end is None else end
+    while begin + head <= end:
+        size, = struct.unpack_from('>Q' if wide else '>I', data, begin + head - (8 if wide else 4))
+        stop = min(begin + head + size, end)
+        is_group = data[begin:begin + 4] in (b'FOR4', b'LIS4', b'FOR8', b'LIS8')
+        yield begin, head, stop, is_group
+        if is_group:
+            yield from chunks(data, begin + head + 4, stop)
+        begin = stop if is_group else begin + head + (stop - begin - head + head // 2 - 1) // (head // 2) * (head // 2)
+
+
+def tree(data, begin=0, end=None):
+    """Leaves (tag, payload) and groups (tag, kind, children), nested."""
+    found, skip = [], begin
+    for at, head, stop, is_group in chunks(data, begin, end):
+        if at >= skip:
+            tag = data[at:at + 4].decode('latin1')
+            found.append((tag, data[at + head:at + head + 4].decode('latin1'), tree(data, at + head + 4, stop)) if is_group
+                         else (tag, data[at + head:stop]))
+            skip = stop
+    return found
+
+
+def rebuilt(nodes, mb):
+    return b''.join(mb.leaf(*node) if len(node) == 2 else mb.group(node[1], rebuilt(node[2], mb), sort=node[0][:3]) for node in nodes)
+
+
+def lists_of(nodes):
+    yield nodes
+    for node in nodes:
+        if len(node) == 3:
+            yield from lists_of(node[2])
+
+
+def with_tree(data, rng, change):
+    """The scene after `change(list of chunks, position)` somewhere in its tree, all sizes fitting again."""
+    nodes = tree(data)
+    lists = [entry for entry in lists_of(nodes) if entry]
+    if not lists:
+        return data
+    children = rng.choice(lists)
+    change(children, rng.randrange(len(children)))
+    return rebuilt(nodes, MayaBinary(data[3:4] == b'8'))
+
+
+def delete_chunks(data, rng):
+    return with_tree(data, rng, lambda children, at: children.__delitem__(slice(at, at + rng.choice((1, 1, 5)))))
+
+
+def repeat_chunks(data, rng):
+    return with_tree(data, rng, lambda children, at: children.__setitem__(slice(at, at + 1), children[at:at + 1] * rng.choice((2, 3, 50))))
+
+
+def move_chunk(data, rng):
+    return with_tree(data, rng, lambda children, at: children.insert(rng.randrange(len(children) + 1), children.pop(at)))
+
+
+def change_leaf(data, rng, change):
+    """The scene with another payload of one leaf, half of the time one of the longer ones."""
+    nodes = tree(data)
+    leaves = [(children, at) for children in lists_of(nodes) for at, node in enumerate(children) if len(node) == 2]
+    if not leaves:
+        return data
+    leaves.sort(key=lambda entry: len(entry[0][entry[1]][1]))
+    children, at = rng.choice(leaves[-8:] if rng.randrange(2) else leaves)
+    children[at] = (children[at][0], change(children[at][1]))
+    return rebuilt(nodes, MayaBinary(data[3:4] == b'8'))
+
+
+def shorten_leaf(data, rng):
+    return change_leaf(data, rng, lambda payload: payload[:rng.randrange(len(payload) + 1)])
+
+
+def lengthen_leaf(data, rng):
+    return change_leaf(data, rng, lambda payload: payload + bytes(rng.randrange(256) for _ in range(rng.choice((1, 4, 8, 999)))))
+
+
+def odd_words(data, rng):
+    """Counts, indices and numbers: four or eight bytes of a payload become odd ones."""
+    odd = [struct.pack('>I', n) for n in (0, 1, 2, 0x7fffffff, 0x80000000, 0xffffffff, 0x40000000, 0x20000000, 0x10000, 1000000)]
+    odd += [struct.pack('>d', n) for n in (float('nan'), float('inf'), -1e308, 1e-310, 1e39)]
+
+    def change(payload):
+        for _ in range(rng.choice((1, 1, 6))):
+            if len(payload) >= 4:
+                at, word = rng.randrange(len(payload) - 3), rng.choice(odd)
+                payload = payload[:at] + word + payload[at + len(word):]
+        return payload
+    return change_leaf(data, rng, change)
+
+
+def odd_sizes(data, rng):
+    """Sizes of chunks become others while all else stands where it stood."""
+    wide = data[3:4] == b'8'
+    sizes = (0, 1, 3, 4, 5, 0x7fffffff, 0xffffffff, 0xfffffff0) + ((1 << 63, (1 << 64) - 1, 1 << 32) if wide else ())
+    found = list(chunks(data))
+    for at, head, stop, _ in rng.sample(found, min(len(found), rng.choice((1, 1, 4)))):
+        size = rng.choice(sizes + (stop - at + rng.choice((-9, -1, 1, 4, 8, 100)),))
+        where = at + head - (8 if wide else 4)
+        data = data[:where] + struct.pack('>Q' if wide else '>I', max(size, 0)) + data[at + head:]
+    return data
+
+
+def other_codes(data, rng):
+    """Tags and kinds become those of other chunks, or nobody's."""
+    found = [at for at, _, _, _ in chunks(data)] + [at + head for at, head, _, is_group in chunks(data) if is_group]
+    for at in rng.sample(found, min(len(found), rng.choice((1, 3, 10)))):
+        other = rng.choice(found)
+        code = rng.choice((data[other:other + 4], data[other:other + 4], b'ODD!', b'\0\x11\x5c\0', b'FOR8', b'DMSH', b'MESH', b'XFRM'))
+        data = data[:at] + code + data[at + 4:]
+    return data
+
+
+def other_texts(data, rng):
+    """Names and plugs become others of the same length or not, with sizes that fit."""
+    texts = [part for at, head, stop, is_group in chunks(data) if not is_group
+             for part in re.findall(rb'[|:\w.\[\]]{1,60}(?=\0)', data[at + head:stop])]
+    odd = [b'', b'|', b'::', b'x' * 5000, b'\xff\xfe', b't[0:2147483646]', b'pt[4294967295]', b'vt[5:2]', b'a.b.c.d.e.f.g.h.i.j.k.l.m']
+
+    def change(payload):
+        found = list(re.finditer(rb'[|:\w.\[\]]{1,60}(?=\0)', payload))
+        if not found:
+            return payload
+        match = rng.choice(found)
+        return payload[:match.start()] + rng.choice(odd + texts[:200] * 2 or [b'']) + payload[match.end():]
+    return change_leaf(data, rng, change)
+
+
+def mixed_binary(data, rng):
+    for _ in range(4):
+        data = rng.choice(BINARY_MUTATIONS[:-1])(data, rng) or b'\n'
+    return data
+
+
+BINARY_MUTATIONS = [flip_bytes, overwrite_bytes, delete_bytes, truncate, delete_chunks, repeat_chunks, move_chunk, shorten_leaf,
+                    lengthen_leaf, odd_words, odd_sizes, other_codes, other_texts, mixed_binary]
+
+
 MUTATIONS = [flip_bytes, overwrite_bytes, delete_bytes, truncate, delete_statements, duplicate_statements, move_statement,
              odd_number, odd_index, odd_size, other_name, rename_node, other_type, circle_of_parents, circle_of_connections,
              deep_nest, unclosed, mixed]
@@ -176,6 +329,15 @@ def own_scenes():
     yield 'faces.ma', scene(transform('a'), cube('s', 'a', '".pt[3]" -type "float3" 1 1 1'), shader('phong', 'red'),
                             shader('lambert', 'blue'), face_set('s', 0, 'redSG', 0, 2), face_set('s', 1, 'blueSG', 3, 5),
                             node('file', 'file1', None, '".ftn" -type "string" "wood.png"'), 'connectAttr "file1.oc" "blue.c";\n')
+
+
+def twins_of(seeds):
+    """Text scenes in binary form, 32-bit and 64-bit in turn."""
+    for number, (name, data) in enumerate(seeds):
+        try:
+            yield os.path.splitext(name)[0] + '.mb', twin(data.decode('utf-8'), wide=number % 2 == 1)
+        except (Unsupported, ValueError, KeyError, StopIteration):
+            pass  # odd on purpose
 
 
 def connect_scale():
@@ -256,6 +418,7 @@ def main():
     parser.add_argument('-n', type=int, default=300)
     parser.add_argument('--seed', type=int, default=1)
     parser.add_argument('--keep', default='mutated_scenes')
+    parser.add_argument('--only-binary', action='store_true', help='leave the text scenes out')
     parser.add_argument('scenes', nargs='*')
     options = parser.parse_args()
     seeds = [(name, text.encode()) for name, text in own_scenes()]
@@ -263,6 +426,9 @@ def main():
         with open(path, 'rb') as file:
             seeds.append((os.path.basename(path), file.read()))
     seeds = [(name, data) for name, data in seeds if data]
+    seeds += list(twins_of(seeds))
+    if options.only_binary:
+        seeds = [(name, data) for name, data in seeds if is_binary(data)]
     with tempfile.TemporaryDirectory() as folder:
         return run(options, seeds, Judge(options, folder))
 
@@ -271,7 +437,8 @@ def run(options, seeds, judge):
     def one(number):
         rng = random.Random('%d %d' % (options.seed, number))
         name, data = seeds[number % len(seeds)]
-        change = MUTATIONS[(number // len(seeds)) % len(MUTATIONS)]
+        changes = BINARY_MUTATIONS if is_binary(data) else MUTATIONS
+        change = changes[(number // len(seeds)) % len(changes)]
         data = change(data, rng)
         return number, name, change.__name__, data, judge.run(number, data)
 
