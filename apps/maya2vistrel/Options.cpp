@@ -10,10 +10,12 @@
 namespace {
 
 constexpr const char* kAbout =
-    "Converts a Maya scene into a Vistrel scene file. No Maya is needed.\n"
+    "Converts a Maya scene, ASCII (.ma) or binary (.mb), into a Vistrel scene file. No Maya is "
+    "needed.\n"
     "\n"
     "Examples:\n"
     "  maya2vistrel room.ma                        writes room.ma.obx beside it\n"
+    "  maya2vistrel room.mb                        writes room.obx beside it\n"
     "  maya2vistrel room.ma -o out/room.obx        writes there\n"
     "  maya2vistrel room.ma --frame 24             as the scene stands at frame 24\n"
     "  maya2vistrel room.ma --report room.json     and tells what was approximated or left out\n"
@@ -42,7 +44,9 @@ struct Flags {
 
 void declareFiles(CLI::App& app, Options& options)
 {
-    app.add_option("scene", options.scene, "the scene to convert (.ma)")->required();
+    app.add_option("scene", options.scene,
+                   "the scene to convert, .ma or .mb; its content tells which")
+        ->required();
     app.add_option("-o,--output", options.output, "the file to write; - is standard output")
         ->type_name("FILE");
     app.add_option("--report", options.reportFile, "write a full report of the conversion as JSON")

@@ -15,6 +15,9 @@ import sys
 import tempfile
 import unittest
 
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'support'))
+from binaryTwin import MayaBinary, triangle_scene
+
 OPTIONS = None
 SCENE = '''//Maya ASCII 2018 scene
 requires maya "2018";
@@ -114,14 +117,46 @@ class CommandTest(unittest.TestCase):
     def test_no_scene_is_4_whatever_its_name(self):
         self.write('picture.ma', b'\x89PNG\r\n\x1a\n')
         self.write('empty.ma', b'')
-        for name in ('picture.ma', 'empty.ma'):
+        self.write('empty.mb', b'')
+        self.write('short.mb', triangle_scene()[:19])
+        self.write('image4.mb', MayaBinary(wide=False).group('CIMG', b'TBHD\0\0\0\0'))
+        self.write('image8.mb', MayaBinary(wide=True).group('CIMG'))
+        for name in ('picture.ma', 'empty.ma', 'empty.mb', 'short.mb', 'image4.mb', 'image8.mb'):
             done = self.run_command(name, '-o', 'a.obx')
             self.assertEqual(done.returncode, 4, name)
             self.assertFalse(os.path.exists(self.path('a.obx')))
+            for word in (name, 'empty' if name.startswith('empty') else 'no Maya scene', '//Maya', 'FOR4', 'FOR8', '.ma', '.mb'):
+                self.assertIn(word, done.stderr.decode())
 
     def test_content_decides_not_the_name(self):
         self.write('tri.txt', SCENE)
         self.assertEqual(self.run_command('tri.txt', '-o', 'a.obx').returncode, 0)
+        self.write('text.mb', SCENE)
+        self.write('binary.ma', triangle_scene())
+        for name in ('text.mb', 'binary.ma'):
+            done = self.run_command(name)
+            self.assertEqual(done.returncode, 0, done.stderr)
+            self.assertIn(b': 1 mesh part, ', done.stderr)
+        self.assertEqual(self.leftovers(), ['a.obx', 'binary.ma', 'binary.ma.obx', 'text.mb', 'text.obx', 'tri.txt'])
+
+    def test_binary_scenes_of_both_widths(self):
+        for wide in (False, True):
+            self.write('tri.mb', triangle_scene(wide))
+            done = self.run_command('tri.mb')
+            self.assertEqual(done.returncode, 0, done.stderr)
+            self.assertIn('wrote tri.obx: 1 mesh part, ', done.stderr.decode())
+            self.assertEqual(self.leftovers(), ['tri.mb', 'tri.obx'])
+            self.assertIn(b'triShape', self.read('tri.obx'))
+
+    def test_a_binary_scene_cut_short_keeps_what_is_there_and_the_report_tells_where(self):
+        data = triangle_scene()
+        self.write('cut.mb', data[:data.rindex(b'HEAD')])  # the last group has no kind
+        done = self.run_command('cut.mb', '--report', 'a.json')
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertIn(b': 1 mesh part, ', done.stderr)
+        report = json.loads(self.read('a.json'))['importer']
+        self.assertEqual([entry['word'] for entry in report['badStatements']], ['FOR8'])
+        self.assertEqual(report['badStatements'][0]['where'], 'offset 0x%x' % (data.rindex(b'HEAD') - 16))
 
     def test_damaged_scene_is_4_and_keeps_the_old_result(self):
         self.write('a.obx', 'old')
@@ -129,7 +164,11 @@ class CommandTest(unittest.TestCase):
         done = self.run_command('cut.ma', '-o', 'a.obx')
         self.assertEqual(done.returncode, 4, done.stderr)
         self.assertEqual(self.read('a.obx'), b'old')
-        self.assertEqual(self.leftovers(), ['a.obx', 'cut.ma'])
+        self.write('cut.mb', triangle_scene()[:60])
+        done = self.run_command('cut.mb', '-o', 'a.obx')
+        self.assertEqual(done.returncode, 4, done.stderr)
+        self.assertEqual(self.read('a.obx'), b'old')
+        self.assertEqual(self.leftovers(), ['a.obx', 'cut.ma', 'cut.mb'])
 
     def test_unwritable_output_is_6(self):
         done = self.run_command('tri.ma', '-o', 'no/such/folder/a.obx')
