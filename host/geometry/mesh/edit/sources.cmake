@@ -1,17 +1,22 @@
 list(APPEND SOURCES
     mesh/edit/ComponentMotion.cpp
+    mesh/edit/MeshCutter.cpp
     mesh/edit/MeshLinks.cpp
     mesh/edit/MeshRewriter.cpp
     mesh/edit/clusterVertices.cpp
+    mesh/edit/cutFaces.cpp
     mesh/edit/deleteFaces.cpp
     mesh/edit/dissolveEdges.cpp
     mesh/edit/dissolveVertices.cpp
     mesh/edit/edgeSmoothness.cpp
     mesh/edit/extrudeFaces.cpp
     mesh/edit/faceFrame.cpp
+    mesh/edit/insertVertices.cpp
     mesh/edit/insetLoop.cpp
     mesh/edit/joinVertices.cpp
     mesh/edit/splitMesh.cpp
+    mesh/edit/splitRing.cpp
+    mesh/edit/subdivideFaces.cpp
     mesh/edit/triangulateFaces.cpp
     mesh/edit/uniteMeshes.cpp
 )
