@@ -7,9 +7,10 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 8> kNodes{
-    &kDeleteComponent, &kPolyDelEdge,  &kPolyDelFacet,    &kPolyDelVertex,
-    &kPolyMergeVert,   &kPolySeparate, &kPolyTriangulate, &kPolyUnite,
+constinit const std::array<const NodeCompute*, 11> kNodes{
+    &kDeleteComponent, &kPolyDelEdge,     &kPolyDelFacet, &kPolyDelVertex,
+    &kPolyExtrudeFace, &kPolyMergeVert,   &kPolySeparate, &kPolySplitRing,
+    &kPolySubdFace,    &kPolyTriangulate, &kPolyUnite,
 };
 
 } // namespace

@@ -9,8 +9,11 @@ extern const NodeCompute kDeleteComponent;
 extern const NodeCompute kPolyDelEdge;
 extern const NodeCompute kPolyDelFacet;
 extern const NodeCompute kPolyDelVertex;
+extern const NodeCompute kPolyExtrudeFace;
 extern const NodeCompute kPolyMergeVert;
 extern const NodeCompute kPolySeparate;
+extern const NodeCompute kPolySplitRing;
+extern const NodeCompute kPolySubdFace;
 extern const NodeCompute kPolyTriangulate;
 extern const NodeCompute kPolyUnite;
 
