@@ -1,8 +1,5 @@
 #include "host/geometry/mesh/primitives/SolidBuilder.h"
 
-#include <algorithm>
-#include <unordered_map>
-
 namespace host::geometry {
 
 std::uint32_t SolidBuilder::addPoint(const Vec3d& point)
@@ -44,22 +41,25 @@ void SolidBuilder::endFace()
     m_topology.loopStart.push_back(static_cast<std::uint32_t>(m_topology.corners.size()));
 }
 
-void SolidBuilder::addFaces(const std::vector<std::vector<std::uint32_t>>& faces,
-                            const std::vector<std::vector<std::uint32_t>>& uvs, bool isSmooth)
+void SolidBuilder::addFaces(const PolygonList& faces, std::span<const std::uint32_t> uvs,
+                            bool isSmooth)
 {
-    std::unordered_map<std::uint64_t, std::uint32_t> known;
-    for (std::size_t face = 0; face < faces.size(); ++face) {
-        const auto& loop = faces[face];
-        for (std::size_t i = 0; i < loop.size(); ++i) {
-            const std::uint32_t start = loop[i];
-            const std::uint32_t end = loop[i + 1 == loop.size() ? 0 : i + 1];
-            const auto [low, high] = std::minmax(start, end);
-            const auto [entry, isNew] =
-                known.try_emplace(std::uint64_t{low} << 32 | high,
-                                  static_cast<std::uint32_t>(m_topology.edges.size()));
-            const std::uint32_t edge = isNew ? addEdge(start, end, isSmooth) : entry->second;
-            const std::uint32_t uv = uvs.empty() ? 0 : uvs[face][i];
-            m_topology.edges[edge].start == start ? addForward(edge, uv) : addBackward(edge, uv);
+    EdgeNumbers numbers;
+    std::vector<std::uint8_t>& smooth = m_topology.edgeSmooth;
+    std::size_t corner = 0;
+    for (std::uint32_t number = 0; number < faces.size(); ++number) {
+        const auto face = faces.face(number);
+        for (std::size_t i = 0; i < face.size(); ++i) {
+            const std::uint32_t end = face[i + 1 == face.size() ? 0 : i + 1];
+            const auto [edge, isNew] = numbers.find(face[i], end);
+            const std::uint32_t uv = uvs.empty() ? 0 : uvs[corner];
+            ++corner;
+            if (isNew) {
+                addEdge(face[i], end, false);
+            } else {
+                smooth[edge] = isSmooth ? 1 : 0;
+            }
+            m_topology.edges[edge].start == face[i] ? addForward(edge, uv) : addBackward(edge, uv);
         }
         endFace();
     }

@@ -5,11 +5,54 @@
 #include "host/geometry/mesh/primitives/orientation.h"
 
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
+#include <span>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace host::geometry {
+
+/// Faces one after the other: `corners` has their vertices, `ends` the number of corners up to and
+/// with each face.
+struct PolygonList {
+    std::vector<std::uint32_t> corners;
+    std::vector<std::uint32_t> ends;
+
+    void add(std::initializer_list<std::uint32_t> face)
+    {
+        corners.insert(corners.end(), face);
+        endFace();
+    }
+    void endFace() { ends.push_back(static_cast<std::uint32_t>(corners.size())); }
+    std::uint32_t size() const { return static_cast<std::uint32_t>(ends.size()); }
+    std::span<const std::uint32_t> face(std::uint32_t number) const
+    {
+        const std::uint32_t first = number == 0 ? 0 : ends[number - 1];
+        return std::span(corners).subspan(first, ends[number] - first);
+    }
+};
+
+/// Numbers of edges by their vertices, in the order in which they are first met.
+class EdgeNumbers {
+public:
+    struct Found {
+        std::uint32_t edge;
+        bool isNew;
+    };
+    Found find(std::uint32_t start, std::uint32_t end)
+    {
+        const std::uint64_t key =
+            start < end ? std::uint64_t{start} << 32 | end : std::uint64_t{end} << 32 | start;
+        const auto [entry, isNew] =
+            m_numbers.try_emplace(key, static_cast<std::uint32_t>(m_numbers.size()));
+        return {entry->second, isNew};
+    }
+
+private:
+    std::unordered_map<std::uint64_t, std::uint32_t> m_numbers;
+};
 
 /// Where a solid stands and what its texture coordinates are called.
 struct SolidPlacement {
@@ -30,11 +73,10 @@ public:
     void addForward(std::uint32_t edge, std::uint32_t uv = 0);
     void addBackward(std::uint32_t edge, std::uint32_t uv = 0);
     void endFace();
-    /// Where the faces are given by their vertices alone: edges in the order in which the faces
-    /// first walk them, all of the same kind. The faces' corners follow, without a uv when
-    /// `uvs` is empty.
-    void addFaces(const std::vector<std::vector<std::uint32_t>>& faces,
-                  const std::vector<std::vector<std::uint32_t>>& uvs, bool isSmooth);
+    /// Faces given by their vertices: edges in the order in which the faces first walk them. Edges
+    /// of two faces are smooth or hard as `isSmooth` says, those of one face are hard. `uvs`: one
+    /// id a corner, or empty.
+    void addFaces(const PolygonList& faces, std::span<const std::uint32_t> uvs, bool isSmooth);
 
     std::uint32_t pointCount() const { return static_cast<std::uint32_t>(m_points.size()); }
     std::uint32_t uvCount() const { return static_cast<std::uint32_t>(m_uvs.size()); }

@@ -90,16 +90,17 @@ private:
         }
         for (std::uint32_t ring = 0; ring + 1 < ringCount(); ++ring) {
             for (std::uint32_t k = 0; k < sides(); ++k) {
-                m_builder.addEdge(point(ring, k), point(ring + 1, k), m_lathe.areSidesSmooth);
+                m_builder.addEdge(point(ring, k), point(ring + 1, k),
+                                  m_lathe.rings[ring].isSmoothAbove);
             }
         }
         m_bottomEdge = m_firstEdge + (2 * ringCount() - 1) * sides();
         for (std::uint32_t k = 0; k < sides() && m_lathe.bottom == LatheEnd::Fan; ++k) {
-            m_builder.addEdge(m_bottomPoint, point(0, k), m_lathe.areSidesSmooth);
+            m_builder.addEdge(m_bottomPoint, point(0, k), m_lathe.isBottomSmooth);
         }
         m_topEdge = m_bottomEdge + (m_lathe.bottom == LatheEnd::Fan ? sides() : 0);
         for (std::uint32_t k = 0; k < sides() && m_lathe.top == LatheEnd::Fan; ++k) {
-            m_builder.addEdge(point(ringCount() - 1, k), m_topPoint, m_lathe.areSidesSmooth);
+            m_builder.addEdge(point(ringCount() - 1, k), m_topPoint, m_lathe.isTopSmooth);
         }
     }
 

@@ -14,6 +14,7 @@ struct LatheRing {
     double radius = 1;
     double y = 0;
     bool isSmooth = true;      ///< the edges of the ring
+    bool isSmoothAbove = true; ///< the edges from it to the next ring
     std::uint32_t uvBelow = 0; ///< the row of texture coordinates of the faces below
     std::uint32_t uvAbove = 0; ///< ... and above
 };
@@ -39,7 +40,8 @@ struct Lathe {
     LatheEnd top = LatheEnd::Fan;
     double bottomY = 0; ///< of the points of fans
     double topY = 0;
-    bool areSidesSmooth = true;     ///< the edges from ring to ring and of fans
+    bool isBottomSmooth = true; ///< the inner edges of a fan
+    bool isTopSmooth = true;
     std::vector<LatheUvRow> uvRows; ///< none: no texture coordinates
     std::uint32_t bottomUv = 0;     ///< the row of the point of a fan
     std::uint32_t topUv = 0;

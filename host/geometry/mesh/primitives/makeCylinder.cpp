@@ -76,7 +76,8 @@ private:
             const bool isRim = i == 0 || i == cells;
             const std::uint32_t row = addSideRow(part);
             m_lathe.rings.push_back({m_settings.radius, (part - 0.5) * m_settings.height,
-                                     !isRim || m_settings.hasRoundCaps, row, row});
+                                     !isRim || m_settings.hasRoundCaps, !m_settings.hasHardSides,
+                                     row, row});
         }
         m_lathe.rings[m_lathe.rings.size() - cells - 1].uvBelow = bottomRow;
         m_lathe.rings.back().uvAbove = addCapRow(1, 1);

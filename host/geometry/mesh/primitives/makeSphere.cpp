@@ -42,7 +42,7 @@ std::shared_ptr<const MeshData> makeSphere(const SphereSettings& settings,
         const SineCosine turn = sineCosine(std::numbers::pi * i / cells);
         const std::uint32_t row = i - 1;
         lathe.rings.push_back(
-            {settings.radius * turn.sine, -settings.radius * turn.cosine, true, row, row});
+            {settings.radius * turn.sine, -settings.radius * turn.cosine, true, true, row, row});
         if (settings.uvs != SphereUvs::None) {
             lathe.uvRows.push_back(
                 ringRow(lathe.sides, static_cast<float>(static_cast<double>(i) / cells)));

@@ -7,11 +7,9 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 4> kNodes{
-    &kPolyCube,
-    &kPolyCylinder,
-    &kPolyPlane,
-    &kPolySphere,
+constinit const std::array<const NodeCompute*, 10> kNodes{
+    &kPolyCone,  &kPolyCube,  &kPolyCylinder, &kPolyDisc,   &kPolyPipe,
+    &kPolyPlane, &kPolyPrism, &kPolyPyramid,  &kPolySphere, &kPolyTorus,
 };
 
 } // namespace

@@ -1,0 +1,81 @@
+// polyPrism and polyPyramid: cylinders and cones of few sides, given by the length of a side.
+#include "host/nodes/polygon/creators/polygonCreatorTypes.h"
+#include "host/nodes/polygon/creators/solidInputs.h"
+
+#include "host/geometry/mesh/primitives/roundSolids.h"
+#include "host/math/angle.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace host::nodes {
+namespace {
+
+/// The distance from the middle of a regular polygon to its corners.
+double outerRadius(double sideLength, std::uint32_t sides)
+{
+    return sideLength / (2 * sineCosine(std::numbers::pi / sides).sine);
+}
+
+// "numderOfSides" is the attribute's name in Maya.
+constexpr auto kPrismInputs =
+    solidInputs("length", "sideLength", "numderOfSides", "subdivisionsHeight", "subdivisionsCaps");
+enum PrismPosition : std::size_t {
+    kLength = kFirstSolidInput,
+    kPrismSide,
+    kPrismSides,
+    kPrismHeightCells,
+    kPrismCapCells
+};
+
+Expected<Value> computePrism(ComputeContext& context)
+{
+    SolidReader reader(context);
+    geometry::CylinderSettings prism;
+    prism.height = reader.size(kLength, 2);
+    const double side = reader.size(kPrismSide, 1);
+    prism.axisCells = reader.cells(kPrismSides, 3, 3);
+    prism.radius = outerRadius(side, prism.axisCells);
+    prism.heightCells = reader.cells(kPrismHeightCells, 1, 1);
+    prism.capCells = reader.cells(kPrismCapCells, 0, 0);
+    prism.hasHardSides = true;
+    prism.hasUvs = reader.uvs(2) != 0;
+    prism.hasFormerUvs = true;
+    return reader.result(prism, geometry::makeCylinder);
+}
+
+constexpr auto kPyramidInputs =
+    solidInputs("sideLength", "numberOfSides", "subdivisionsHeight", "subdivisionsCaps");
+enum PyramidPosition : std::size_t {
+    kPyramidSide = kFirstSolidInput,
+    kPyramidSides,
+    kPyramidHeightCells,
+    kPyramidCapCells
+};
+
+/// All edges of a pyramid have the same length, so its height follows.
+Expected<Value> computePyramid(ComputeContext& context)
+{
+    SolidReader reader(context);
+    geometry::ConeSettings pyramid;
+    const double side = reader.size(kPyramidSide, 1);
+    pyramid.axisCells = static_cast<std::uint32_t>(wholeInput(context, kPyramidSides, 4, 3, 5));
+    pyramid.radius = outerRadius(side, pyramid.axisCells);
+    pyramid.height = std::sqrt(side * side - pyramid.radius * pyramid.radius);
+    pyramid.heightCells = reader.cells(kPyramidHeightCells, 1, 1);
+    pyramid.capCells = reader.cells(kPyramidCapCells, 0, 0);
+    pyramid.hasHardSides = true;
+    pyramid.hasUvs = reader.uvs(2) != 0;
+    return reader.result(pyramid, geometry::makeCone);
+}
+
+} // namespace
+
+constinit const NodeCompute kPolyPrism{
+    .type = "polyPrism", .inputs = kPrismInputs, .outputs = kSolidOutputs, .compute = computePrism};
+constinit const NodeCompute kPolyPyramid{.type = "polyPyramid",
+                                         .inputs = kPyramidInputs,
+                                         .outputs = kSolidOutputs,
+                                         .compute = computePyramid};
+
+} // namespace host::nodes
