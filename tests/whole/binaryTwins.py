@@ -15,12 +15,52 @@ import unittest
 FOLDER = os.path.dirname(os.path.abspath(__file__))
 sys.path.insert(0, os.path.join(FOLDER, '..', 'support'))
 sys.path.insert(0, FOLDER)
-from binaryTwin import triangle_scene, twin
+import animatedScenes
+import layerScenes
+import sceneFiles
+import surfaceScenes
+from binaryTwin import Unsupported, triangle_scene, twin
 from importer import Importer
 from mayaText import scene, shaded, transform, triangle
 from mutated import own_scenes
 
 OPTIONS = None
+
+
+class TwinImporter(Importer):
+    """Runs each text scene, then its twins in its place, and keeps what differs."""
+
+    def __init__(self, program, runner=''):
+        super().__init__(program, runner)
+        self.pairs, self.differences = 0, []
+
+    def run(self, scene, output, folder, environment=None, **settings):
+        done = super().run(scene, output, folder, environment, **settings)
+        try:
+            text = self.read(scene)
+            twins = [twin(text.decode('utf-8'), wide) for wide in ((True,) if self.foreign else (False, True))]
+        except (OSError, Unsupported, KeyError, ValueError):
+            return done
+        result = self.read(output)
+        for data in twins:
+            self.write(scene, data)
+            again = super().run(scene, output, folder, environment, **settings)
+            self.pairs += 1
+            if (again.returncode, again.stderr, self.read(output)) != (done.returncode, done.stderr, result):
+                self.differences.append(text.decode('utf-8'))
+        self.write(scene, text)
+        self.write(output, result)
+        return done
+
+    @staticmethod
+    def read(path):
+        with open(path, 'rb') as file:
+            return file.read()
+
+    @staticmethod
+    def write(path, data):
+        with open(path, 'wb') as file:
+            file.write(data)
 
 
 class BinaryTwins(unittest.TestCase):
@@ -56,6 +96,15 @@ class BinaryTwins(unittest.TestCase):
                 text = file.read()
                 self.expect_same(text, include_nurbs=True, tessellate=False)
                 self.expect_same(text, split_layers=True, frame=7)
+
+    def test_scenes_of_the_other_tests(self):
+        sceneFiles.IMPORTER = importer = TwinImporter(OPTIONS.importer.program, *OPTIONS.importer.runner)
+        modules = (sceneFiles, animatedScenes, layerScenes, surfaceScenes)
+        suite = unittest.TestSuite(map(unittest.defaultTestLoader.loadTestsFromModule, modules))
+        with open(os.devnull, 'w') as nowhere:
+            unittest.TextTestRunner(nowhere).run(suite)
+        self.assertEqual(importer.differences, [])
+        self.assertGreater(importer.pairs, 100)
 
     def test_units_are_for_show(self):
         for unit in ('meter', 'inch', 'foot'):
