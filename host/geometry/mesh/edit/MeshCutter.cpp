@@ -184,8 +184,39 @@ std::span<const MeshCutter::Corner> MeshCutter::loopOf(std::uint32_t face)
                                      : std::span<const Corner>();
 }
 
+/// Texture coordinates at a vertex inside a face, from its corners by their nearness.
+std::uint32_t MeshCutter::uvsInside(std::span<const Corner> loop, std::uint32_t vertex)
+{
+    const auto& points = m_rewriter.points();
+    std::vector<std::int32_t> ids(m_mixed.size(), -1);
+    for (std::size_t set = 0; set < ids.size(); ++set) {
+        double x = 0;
+        double y = 0;
+        double sum = 0;
+        bool hasAll = true;
+        for (const Corner& corner : loop) {
+            const std::int32_t id = uvsAt(corner.uvs)[set];
+            hasAll = hasAll && id >= 0;
+            if (hasAll) {
+                constexpr double kNearest = 1e-12;
+                const Vec3d away = toDouble(points[vertexAt(corner)]) - toDouble(points[vertex]);
+                const double weight = 1 / std::max(dot(away, away), kNearest);
+                const Vec2f place = m_rewriter.uvPoints(set)[static_cast<std::size_t>(id)];
+                x += weight * place.x;
+                y += weight * place.y;
+                sum += weight;
+            }
+        }
+        if (hasAll && sum > 0) {
+            ids[set] =
+                m_rewriter.addUv(set, {static_cast<float>(x / sum), static_cast<float>(y / sum)});
+        }
+    }
+    return addUvs(ids);
+}
+
 bool MeshCutter::cutFace(std::uint32_t face, std::uint32_t from, std::uint32_t to,
-                         bool keepsPartAfterTo)
+                         std::span<const std::uint32_t> inner)
 {
     const std::span<const Corner> loop = loopOf(face);
     const std::size_t size = loop.size();
@@ -195,37 +226,49 @@ bool MeshCutter::cutFace(std::uint32_t face, std::uint32_t from, std::uint32_t t
         i = i == size && vertexAt(loop[place]) == from ? place : i;
         j = j == size && vertexAt(loop[place]) == to ? place : j;
     }
-    if (i == size || j == size || (i + 1) % size == j || (j + 1) % size == i || i == j) {
+    if (i == size || j == size || i == j) {
         return false;
     }
-    const std::uint32_t edge = m_rewriter.addEdge(from, to, false);
+    if (inner.empty() && ((i + 1) % size == j || (j + 1) % size == i)) {
+        return false;
+    }
+    // On the left from `from` over the line to `to` and on; on the right back again.
+    Face left;
+    Face right;
+    std::vector<Corner> back;
+    std::uint32_t uvs = loop[i].uvs;
+    const auto firstEdge = static_cast<std::uint32_t>(m_rewriter.edges().size());
+    for (std::size_t step = 0; step <= inner.size(); ++step) {
+        const std::uint32_t start = step == 0 ? from : inner[step - 1];
+        const std::uint32_t end = step < inner.size() ? inner[step] : to;
+        const std::uint32_t edge = m_rewriter.addEdge(start, end, false);
+        markSmoothByAngle(m_rewriter, edge);
+        left.corners.push_back({referenceTo(edge, false), uvs});
+        uvs = step < inner.size() ? uvsInside(loop, end) : loop[j].uvs;
+        back.push_back({referenceTo(edge, true), uvs});
+    }
     if (m_rewriter.isFull()) {
         return false;
     }
-    markSmoothByAngle(m_rewriter, edge);
-    // From `from` over the new edge to `to` and on; and back from `to` to `from` and on.
-    Face after;
-    after.corners.push_back({referenceTo(edge, false), loop[i].uvs});
+    right.corners.assign(back.rbegin(), back.rend());
     for (std::size_t place = j; place != i; place = (place + 1) % size) {
-        after.corners.push_back(loop[place]);
+        left.corners.push_back(loop[place]);
     }
-    Face before;
-    before.corners.push_back({referenceTo(edge, true), loop[j].uvs});
     for (std::size_t place = i; place != j; place = (place + 1) % size) {
-        before.corners.push_back(loop[place]);
+        right.corners.push_back(loop[place]);
     }
-    Face& kept = keepsPartAfterTo ? after : before;
-    Face& made = keepsPartAfterTo ? before : after;
-    kept.source = made.source = m_faces[face].source;
-    kept.loopEnds = {static_cast<std::uint32_t>(kept.corners.size())};
-    made.loopEnds = {static_cast<std::uint32_t>(made.corners.size())};
+    left.source = right.source = m_faces[face].source;
+    left.loopEnds = {static_cast<std::uint32_t>(left.corners.size())};
+    right.loopEnds = {static_cast<std::uint32_t>(right.corners.size())};
     const std::uint32_t number = m_faceCount++;
-    m_users[edge] = {face, number};
-    for (std::size_t place = 1; place < made.corners.size(); ++place) {
-        replaceUser(edgeOf(made.corners[place].reference), face, number);
+    for (std::size_t step = 0; step <= inner.size(); ++step) {
+        m_users[firstEdge + static_cast<std::uint32_t>(step)] = {face, number};
     }
-    m_faces[number] = std::move(made);
-    m_faces[face] = std::move(kept);
+    for (std::size_t place = back.size(); place < right.corners.size(); ++place) {
+        replaceUser(edgeOf(right.corners[place].reference), face, number);
+    }
+    m_faces[number] = std::move(right);
+    m_faces[face] = std::move(left);
     return true;
 }
 

@@ -38,11 +38,13 @@ public:
     std::vector<std::uint32_t> facesOf(std::uint32_t edge);
     bool hasVertex(std::uint32_t face, std::uint32_t vertex);
 
-    /// A new edge through a face between two of its vertices, smooth by the angle of `finish`. The
-    /// part of the loop that leads from `to` on to `from` keeps the number of the face, or the
-    /// other one. Both loops begin with the new edge.
-    /// Result   false where the face does not have both in its only loop, or they are neighbours.
-    bool cutFace(std::uint32_t face, std::uint32_t from, std::uint32_t to, bool keepsPartAfterTo);
+    /// A line of new edges through a face between two of its vertices, over inner vertices that are
+    /// there already and in no face; smooth by the angle of `finish`. The part of the face on the
+    /// left of the line (seen from outside) keeps its number. Both loops begin with the line.
+    /// Result   false where the face does not have both in its only loop, or where the line would
+    ///          lie on an edge of it.
+    bool cutFace(std::uint32_t face, std::uint32_t from, std::uint32_t to,
+                 std::span<const std::uint32_t> inner = {});
 
     // --- loops by hand, for what no cut makes; `facesOf` does not know of them
 
@@ -74,6 +76,7 @@ private:
     };
 
     Face& editable(std::uint32_t face);
+    std::uint32_t uvsInside(std::span<const Corner> loop, std::uint32_t vertex);
     std::uint32_t mixUvs(std::uint32_t from, std::uint32_t to, double part);
     void splitCorners(std::uint32_t face, std::uint32_t edge, std::uint32_t half, double part);
     void replaceUser(std::uint32_t edge, std::uint32_t before, std::uint32_t now);

@@ -14,6 +14,8 @@ list(APPEND SOURCES
     mesh/edit/insertVertices.cpp
     mesh/edit/insetLoop.cpp
     mesh/edit/joinVertices.cpp
+    mesh/edit/mirrorFaces.cpp
+    mesh/edit/splitFaces.cpp
     mesh/edit/splitMesh.cpp
     mesh/edit/splitRing.cpp
     mesh/edit/subdivideFaces.cpp

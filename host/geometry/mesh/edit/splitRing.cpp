@@ -190,7 +190,8 @@ private:
     /// The near side of the face keeps its number.
     void cut(std::uint32_t face, const Rung& from, const Rung& to, bool isToTheRight)
     {
-        m_cutter.cutFace(face, from.vertex, to.vertex, !isToTheRight);
+        isToTheRight ? m_cutter.cutFace(face, to.vertex, from.vertex)
+                     : m_cutter.cutFace(face, from.vertex, to.vertex);
     }
 
     const RingSplitting& m_splitting;

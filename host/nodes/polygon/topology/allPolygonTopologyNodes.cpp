@@ -7,10 +7,10 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 11> kNodes{
-    &kDeleteComponent, &kPolyDelEdge,     &kPolyDelFacet, &kPolyDelVertex,
-    &kPolyExtrudeFace, &kPolyMergeVert,   &kPolySeparate, &kPolySplitRing,
-    &kPolySubdFace,    &kPolyTriangulate, &kPolyUnite,
+constinit const std::array<const NodeCompute*, 14> kNodes{
+    &kDeleteComponent, &kPolyCut,       &kPolyDelEdge,     &kPolyDelFacet, &kPolyDelVertex,
+    &kPolyExtrudeFace, &kPolyMergeVert, &kPolyMirror,      &kPolySeparate, &kPolySplit,
+    &kPolySplitRing,   &kPolySubdFace,  &kPolyTriangulate, &kPolyUnite,
 };
 
 } // namespace
