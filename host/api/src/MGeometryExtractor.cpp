@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <exception>
 #include <span>
+#include <string>
 #include <vector>
 
 using host::ErrorCode;
@@ -23,13 +24,27 @@ using host::geometry::RenderMesh;
 
 namespace MHWRender {
 
+/// A stream that was asked for whole is given back where nobody else holds the mesh: the caller has
+/// its own copy then, and most ask once. Asked for again, the mesh is extracted again.
 struct MGeometryExtractor::Content {
-    std::shared_ptr<const RenderMesh> mesh;
+    mutable std::shared_ptr<const RenderMesh> mesh; ///< faceFirstTriangle is always there
+    MDagPath path;
+    std::string uvSetName;
     bool isSurface = false; ///< the faces of a component mean nothing: always everything
+    std::size_t vertexCount = 0;
 
+    /// The mesh with all streams, or why it is gone.
+    MStatus makeWhole() const;
+    template<class T>
+    void giveBack(std::vector<T> RenderMesh::*stream) const;
+    /// Copies a vertex stream.
+    template<class T>
+    MStatus populate(std::vector<T> RenderMesh::*stream, float* target, std::size_t count,
+                     const MVertexBufferDescriptor& descriptor) const;
     std::size_t faceCount() const { return mesh->faceFirstTriangle.size() - 1; }
     std::size_t firstTriangle(std::size_t face) const { return mesh->faceFirstTriangle[face]; }
-    /// Calls with the vertex numbers of each run of faces that a component has; null: all faces.
+    /// Calls with the first and the end triangle of each run of faces that a component has; null:
+    /// all faces.
     template<class Action>
     void eachRun(const MObject& component, Action action) const;
 };
@@ -37,10 +52,8 @@ struct MGeometryExtractor::Content {
 template<class Action>
 void MGeometryExtractor::Content::eachRun(const MObject& component, Action action) const
 {
-    const std::span<const std::uint32_t> indices = mesh->indices;
     const auto give = [&](std::size_t firstFace, std::size_t endFace) {
-        const std::size_t first = firstTriangle(firstFace);
-        action(indices.subspan(3 * first, 3 * (firstTriangle(endFace) - first)));
+        action(firstTriangle(firstFace), firstTriangle(endFace));
     };
     const Component* faces = Inside::componentOf(component);
     if (component.isNull() || isSurface) {
@@ -87,6 +100,50 @@ void scatter(const std::vector<T>& vertices, std::size_t count, float* target,
 
 } // namespace
 
+MStatus MGeometryExtractor::Content::makeWhole() const
+{
+    try {
+        const auto again = host::api::renderMeshOf(path, uvSetName);
+        if (!again) {
+            return toStatus(again.error().code);
+        }
+        const bool isSame = (*again)->positions.size() == vertexCount &&
+                            (*again)->faceFirstTriangle == mesh->faceFirstTriangle;
+        if (!isSame) { // the scene has changed since
+            return toStatus(ErrorCode::Failure);
+        }
+        mesh = *again;
+        return MStatus();
+    } catch (const std::exception&) {
+        return host::api::outOfMemory();
+    }
+}
+
+template<class T>
+void MGeometryExtractor::Content::giveBack(std::vector<T> RenderMesh::*stream) const
+{
+    if (mesh.use_count() == 1) {
+        std::vector<T>().swap((*std::const_pointer_cast<RenderMesh>(mesh)).*stream);
+    }
+}
+
+template<class T>
+MStatus MGeometryExtractor::Content::populate(std::vector<T> RenderMesh::*stream, float* target,
+                                              std::size_t count,
+                                              const MVertexBufferDescriptor& descriptor) const
+{
+    if (((*mesh).*stream).empty() && count > 0) {
+        if (const MStatus whole = makeWhole(); !whole) {
+            return whole;
+        }
+    }
+    scatter((*mesh).*stream, count, target, descriptor);
+    if (count == vertexCount) {
+        giveBack(stream);
+    }
+    return MStatus();
+}
+
 MGeometryExtractor::MGeometryExtractor(const MGeometryRequirements& requirements,
                                        const MDagPath& path, MPolyGeomOptions,
                                        MStatus* ReturnStatus)
@@ -99,8 +156,9 @@ MGeometryExtractor::MGeometryExtractor(const MGeometryRequirements& requirements
     try {
         const auto mesh = host::api::renderMeshOf(path, uvSetName.asUTF8());
         if (mesh) {
-            m_content =
-                std::make_shared<const Content>(Content{*mesh, path.hasFn(MFn::kNurbsSurface)});
+            m_content = std::make_shared<const Content>(Content{*mesh, path, uvSetName.asUTF8(),
+                                                                path.hasFn(MFn::kNurbsSurface),
+                                                                (*mesh)->positions.size()});
         }
         answer(ReturnStatus, toStatus(mesh));
     } catch (const std::exception&) {
@@ -112,7 +170,7 @@ MGeometryExtractor::~MGeometryExtractor() = default;
 
 unsigned int MGeometryExtractor::vertexCount() const
 {
-    return m_content != nullptr ? static_cast<unsigned int>(m_content->mesh->positions.size()) : 0;
+    return m_content != nullptr ? static_cast<unsigned int>(m_content->vertexCount) : 0;
 }
 
 unsigned int MGeometryExtractor::primitiveCount(const MIndexBufferDescriptor& descriptor) const
@@ -120,7 +178,7 @@ unsigned int MGeometryExtractor::primitiveCount(const MIndexBufferDescriptor& de
     std::size_t count = 0;
     if (m_content != nullptr && isTriangleList(descriptor)) {
         m_content->eachRun(descriptor.component(),
-                           [&](std::span<const std::uint32_t> run) { count += run.size() / 3; });
+                           [&](std::size_t first, std::size_t end) { count += end - first; });
     }
     return static_cast<unsigned int>(count);
 }
@@ -131,23 +189,21 @@ MStatus MGeometryExtractor::populateVertexBuffer(void* data, unsigned int vertex
     if (m_content == nullptr) {
         return toStatus(ErrorCode::NotFound);
     }
-    const RenderMesh& mesh = *m_content->mesh;
     const MGeometry::Semantic semantic = descriptor.semantic();
     const bool isTexture = semantic == MGeometry::kTexture;
     const bool isKnown =
         isTexture || semantic == MGeometry::kPosition || semantic == MGeometry::kNormal;
     if (!isKnown || !isFloatStream(descriptor, isTexture ? 2 : 3) ||
-        (data == nullptr && vertexCount > 0) || vertexCount > mesh.positions.size()) {
+        (data == nullptr && vertexCount > 0) || vertexCount > m_content->vertexCount) {
         return toStatus(ErrorCode::InvalidParameter);
     }
     auto* const target = static_cast<float*>(data);
     if (isTexture) {
-        scatter(mesh.uvs, vertexCount, target, descriptor);
-    } else {
-        scatter(semantic == MGeometry::kNormal ? mesh.normals : mesh.positions, vertexCount, target,
-                descriptor);
+        return m_content->populate(&RenderMesh::uvs, target, vertexCount, descriptor);
     }
-    return MStatus();
+    return m_content->populate(semantic == MGeometry::kNormal ? &RenderMesh::normals
+                                                              : &RenderMesh::positions,
+                               target, vertexCount, descriptor);
 }
 
 MStatus MGeometryExtractor::populateIndexBuffer(void* data, unsigned int primitiveCount,
@@ -160,13 +216,23 @@ MStatus MGeometryExtractor::populateIndexBuffer(void* data, unsigned int primiti
         primitiveCount > this->primitiveCount(descriptor)) {
         return toStatus(ErrorCode::InvalidParameter);
     }
+    if (m_content->mesh->indices.empty() && primitiveCount > 0) {
+        if (const MStatus whole = m_content->makeWhole(); !whole) {
+            return whole;
+        }
+    }
+    const std::span<const std::uint32_t> indices = m_content->mesh->indices;
     auto* target = static_cast<std::uint32_t*>(data);
     std::size_t left = std::size_t{3} * primitiveCount;
-    m_content->eachRun(descriptor.component(), [&](std::span<const std::uint32_t> run) {
-        const std::size_t count = std::min(left, run.size());
-        target = std::copy_n(run.begin(), count, target);
+    m_content->eachRun(descriptor.component(), [&](std::size_t first, std::size_t end) {
+        const std::size_t count = std::min(left, 3 * (end - first));
+        target =
+            std::copy_n(indices.begin() + static_cast<std::ptrdiff_t>(3 * first), count, target);
         left -= count;
     });
+    if (std::size_t{3} * primitiveCount == indices.size()) {
+        m_content->giveBack(&RenderMesh::indices);
+    }
     return MStatus();
 }
 

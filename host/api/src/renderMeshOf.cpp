@@ -32,7 +32,8 @@ std::shared_ptr<const RenderMesh> extract(const std::shared_ptr<const MeshData>&
         return last.result;
     }
     last = Kept(); // the memory of the former goes first
-    auto result = std::make_shared<const RenderMesh>(geometry::extractRenderMesh(*mesh, uvSetName));
+    std::shared_ptr<const RenderMesh> result =
+        std::make_shared<RenderMesh>(geometry::extractRenderMesh(*mesh, uvSetName));
     if (!mesh->groups.empty()) {
         last = {mesh, std::string(uvSetName), result};
     }

@@ -280,6 +280,32 @@ TEST(MGeometryExtractor, DeliversTheWholeMesh)
     EXPECT_EQ(mesh.indices, (Indices{0, 1, 3, 1, 2, 3, 1, 4, 2, 4, 5, 2}));
 }
 
+TEST(MGeometryExtractor, DeliversTheSameWhenAskedAgain)
+{
+    const OpenedScene scene(pairOfSquares());
+    const MDagPath path = pathNamed("|pair|pairShape");
+    const MVertexBufferDescriptor position("", MGeometry::kPosition, MGeometry::kFloat, 3);
+    const MIndexBufferDescriptor index(MIndexBufferDescriptor::kTriangle, "", MGeometry::kTriangles,
+                                       3);
+    MGeometryRequirements requirements;
+    requirements.addVertexRequirement(position);
+    requirements.addIndexingRequirement(index);
+    const MGeometryExtractor extractor(requirements, path, kPolyGeom_Normal);
+    for (int round = 0; round < 3; ++round) {
+        Floats positions(18);
+        Indices indices(12);
+        ASSERT_TRUE(extractor.populateVertexBuffer(positions.data(), 6, position));
+        EXPECT_EQ(positions, (Floats{0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0, 2, 0, 0, 2, 1, 0}));
+        ASSERT_EQ(extractor.primitiveCount(index), 4u);
+        ASSERT_TRUE(extractor.populateIndexBuffer(indices.data(), 4, index));
+        EXPECT_EQ(indices, (Indices{0, 1, 3, 1, 2, 3, 1, 4, 2, 4, 5, 2}));
+        EXPECT_EQ(extractor.vertexCount(), 6u);
+    }
+    Floats first(3, -1);
+    ASSERT_TRUE(extractor.populateVertexBuffer(first.data(), 1, position));
+    EXPECT_EQ(first, (Floats{0, 0, 0}));
+}
+
 TEST(MGeometryExtractor, RestrictsIndicesAndNeverVerticesToAComponent)
 {
     const OpenedScene scene(twoGroups());
