@@ -1,2 +1,5 @@
 list(APPEND SOURCES
+    mesh/primitives/boxesTest.cpp
+    mesh/primitives/discTest.cpp
+    mesh/primitives/roundSolidsTest.cpp
 )
