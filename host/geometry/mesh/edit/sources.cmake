@@ -1,8 +1,12 @@
 list(APPEND SOURCES
+    mesh/edit/BorderWalker.cpp
     mesh/edit/ComponentMotion.cpp
     mesh/edit/MeshCutter.cpp
     mesh/edit/MeshLinks.cpp
     mesh/edit/MeshRewriter.cpp
+    mesh/edit/appendFace.cpp
+    mesh/edit/chipOffFaces.cpp
+    mesh/edit/closeBorders.cpp
     mesh/edit/clusterVertices.cpp
     mesh/edit/cutFaces.cpp
     mesh/edit/deleteFaces.cpp
@@ -13,6 +17,8 @@ list(APPEND SOURCES
     mesh/edit/faceFrame.cpp
     mesh/edit/insertVertices.cpp
     mesh/edit/insetLoop.cpp
+    mesh/edit/joinEdges.cpp
+    mesh/edit/joinTriangles.cpp
     mesh/edit/joinVertices.cpp
     mesh/edit/mirrorFaces.cpp
     mesh/edit/splitFaces.cpp

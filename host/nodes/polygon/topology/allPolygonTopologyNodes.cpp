@@ -7,10 +7,12 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 14> kNodes{
-    &kDeleteComponent, &kPolyCut,       &kPolyDelEdge,     &kPolyDelFacet, &kPolyDelVertex,
-    &kPolyExtrudeFace, &kPolyMergeVert, &kPolyMirror,      &kPolySeparate, &kPolySplit,
-    &kPolySplitRing,   &kPolySubdFace,  &kPolyTriangulate, &kPolyUnite,
+constinit const std::array<const NodeCompute*, 23> kNodes{
+    &kDeleteComponent,  &kPolyAppend,      &kPolyAppendVertex, &kPolyChipOff,   &kPolyCloseBorder,
+    &kPolyCollapseEdge, &kPolyCollapseF,   &kPolyCut,          &kPolyDelEdge,   &kPolyDelFacet,
+    &kPolyDelVertex,    &kPolyExtrudeFace, &kPolyMergeEdge,    &kPolyMergeVert, &kPolyMirror,
+    &kPolyQuad,         &kPolySeparate,    &kPolySewEdge,      &kPolySplit,     &kPolySplitRing,
+    &kPolySubdFace,     &kPolyTriangulate, &kPolyUnite,
 };
 
 } // namespace

@@ -6,14 +6,23 @@
 namespace host::nodes {
 
 extern const NodeCompute kDeleteComponent;
+extern const NodeCompute kPolyAppend;
+extern const NodeCompute kPolyAppendVertex;
+extern const NodeCompute kPolyChipOff;
+extern const NodeCompute kPolyCloseBorder;
+extern const NodeCompute kPolyCollapseEdge;
+extern const NodeCompute kPolyCollapseF;
 extern const NodeCompute kPolyCut;
 extern const NodeCompute kPolyDelEdge;
 extern const NodeCompute kPolyDelFacet;
 extern const NodeCompute kPolyDelVertex;
 extern const NodeCompute kPolyExtrudeFace;
+extern const NodeCompute kPolyMergeEdge;
 extern const NodeCompute kPolyMergeVert;
 extern const NodeCompute kPolyMirror;
+extern const NodeCompute kPolyQuad;
 extern const NodeCompute kPolySeparate;
+extern const NodeCompute kPolySewEdge;
 extern const NodeCompute kPolySplit;
 extern const NodeCompute kPolySplitRing;
 extern const NodeCompute kPolySubdFace;

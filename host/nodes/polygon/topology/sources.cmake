@@ -1,11 +1,16 @@
 list(APPEND SOURCES
     polygon/topology/allPolygonTopologyNodes.cpp
     polygon/topology/deleteComponent.cpp
+    polygon/topology/polyAppend.cpp
+    polygon/topology/polyBorders.cpp
+    polygon/topology/polyChipOff.cpp
+    polygon/topology/polyCollapse.cpp
     polygon/topology/polyCut.cpp
     polygon/topology/polyDelete.cpp
     polygon/topology/polyExtrudeFace.cpp
     polygon/topology/polyMergeVert.cpp
     polygon/topology/polyMirror.cpp
+    polygon/topology/polyQuad.cpp
     polygon/topology/polySeparate.cpp
     polygon/topology/polySplit.cpp
     polygon/topology/polySplitRing.cpp
