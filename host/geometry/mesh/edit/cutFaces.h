@@ -26,7 +26,8 @@ struct CutMesh {
 /// Numbers  each edge of these faces that passes through the plane gets a vertex there (see
 ///          `insertVertices`); the cuts, smooth ones, come behind all edges, in the order of the
 ///          faces and along the loops. The part of a face with its first corner that is off the
-///          plane keeps the face's number, the others come last.
+///          plane keeps the face's number, the others come last. Each part begins at its first
+///          corner off the plane.
 /// Limits   faces with holes stay whole.
 CutMesh cutFaces(const MeshData& mesh, std::span<const std::uint32_t> faces, const CutPlane& plane);
 

@@ -1,4 +1,6 @@
 list(APPEND SOURCES
+    mesh/edit/bordersTest.cpp
+    mesh/edit/cutMirrorTest.cpp
     mesh/edit/deletePartsTest.cpp
     mesh/edit/joinVerticesTest.cpp
     mesh/edit/meshLinksTest.cpp
