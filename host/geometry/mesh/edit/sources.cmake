@@ -12,8 +12,11 @@ list(APPEND SOURCES
     mesh/edit/deleteFaces.cpp
     mesh/edit/dissolveEdges.cpp
     mesh/edit/dissolveVertices.cpp
+    mesh/edit/divideEdges.cpp
     mesh/edit/edgeSmoothness.cpp
+    mesh/edit/extrudeEdges.cpp
     mesh/edit/extrudeFaces.cpp
+    mesh/edit/extrudeVertices.cpp
     mesh/edit/faceFrame.cpp
     mesh/edit/insertVertices.cpp
     mesh/edit/insetLoop.cpp

@@ -17,6 +17,7 @@ struct Division {
     std::uint32_t u = 2;
     std::uint32_t v = 2;
     bool hasFans = false;
+    bool isAscending = false; ///< the order in which faces are taken
 };
 
 class FaceDivider {
@@ -32,8 +33,8 @@ public:
         if (!m_division.hasFans) {
             splitEdges();
         }
-        for (auto face = m_faces.rbegin(); face != m_faces.rend(); ++face) {
-            divide(*face);
+        for (std::size_t i = 0; i < m_faces.size(); ++i) {
+            divide(m_faces[m_division.isAscending ? i : m_faces.size() - 1 - i]);
         }
         return m_cutter.finish(0);
     }
@@ -370,6 +371,11 @@ std::shared_ptr<const MeshData> subdivideToTriangles(const MeshData& mesh,
                                                      std::uint32_t times)
 {
     return repeat(mesh, faces, times, Division{.hasFans = true});
+}
+
+std::shared_ptr<const MeshData> fanFaces(const MeshData& mesh, std::span<const std::uint32_t> faces)
+{
+    return repeat(mesh, faces, 1, Division{.hasFans = true, .isAscending = true});
 }
 
 std::shared_ptr<const MeshData> subdivideToGrids(const MeshData& mesh,

@@ -28,6 +28,12 @@ std::shared_ptr<const MeshData> subdivideToTriangles(const MeshData& mesh,
                                                      std::span<const std::uint32_t> faces,
                                                      std::uint32_t times);
 
+/// Each of the faces (ascending, taken in that order) becomes a fan of triangles about a new vertex
+/// in its middle: the vertex, an edge from each corner to it, and a triangle over each edge, the
+/// first one with the number of the face.
+std::shared_ptr<const MeshData> fanFaces(const MeshData& mesh,
+                                         std::span<const std::uint32_t> faces);
+
 /// Faces of four become grids of u columns along their first edge and v rows; other faces are
 /// divided as `subdivideToQuads` does it, where u or v is more than 1.
 ///

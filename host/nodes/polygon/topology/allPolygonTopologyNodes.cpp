@@ -7,12 +7,14 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 23> kNodes{
-    &kDeleteComponent,  &kPolyAppend,      &kPolyAppendVertex, &kPolyChipOff,   &kPolyCloseBorder,
-    &kPolyCollapseEdge, &kPolyCollapseF,   &kPolyCut,          &kPolyDelEdge,   &kPolyDelFacet,
-    &kPolyDelVertex,    &kPolyExtrudeFace, &kPolyMergeEdge,    &kPolyMergeVert, &kPolyMirror,
-    &kPolyQuad,         &kPolySeparate,    &kPolySewEdge,      &kPolySplit,     &kPolySplitRing,
-    &kPolySubdFace,     &kPolyTriangulate, &kPolyUnite,
+constinit const std::array<const NodeCompute*, 27> kNodes{
+    &kDeleteComponent, &kPolyAppend,        &kPolyAppendVertex, &kPolyChipOff,
+    &kPolyCloseBorder, &kPolyCollapseEdge,  &kPolyCollapseF,    &kPolyCut,
+    &kPolyDelEdge,     &kPolyDelFacet,      &kPolyDelVertex,    &kPolyExtrudeEdge,
+    &kPolyExtrudeFace, &kPolyExtrudeVertex, &kPolyMergeEdge,    &kPolyMergeVert,
+    &kPolyMirror,      &kPolyPoke,          &kPolyQuad,         &kPolySeparate,
+    &kPolySewEdge,     &kPolySplit,         &kPolySplitRing,    &kPolySubdEdge,
+    &kPolySubdFace,    &kPolyTriangulate,   &kPolyUnite,
 };
 
 } // namespace

@@ -7,13 +7,17 @@ list(APPEND SOURCES
     polygon/topology/polyCollapse.cpp
     polygon/topology/polyCut.cpp
     polygon/topology/polyDelete.cpp
+    polygon/topology/polyExtrudeEdge.cpp
     polygon/topology/polyExtrudeFace.cpp
+    polygon/topology/polyExtrudeVertex.cpp
     polygon/topology/polyMergeVert.cpp
     polygon/topology/polyMirror.cpp
+    polygon/topology/polyPoke.cpp
     polygon/topology/polyQuad.cpp
     polygon/topology/polySeparate.cpp
     polygon/topology/polySplit.cpp
     polygon/topology/polySplitRing.cpp
+    polygon/topology/polySubdEdge.cpp
     polygon/topology/polySubdFace.cpp
     polygon/topology/polyTriangulate.cpp
     polygon/topology/polyUnite.cpp
