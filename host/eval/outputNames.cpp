@@ -36,6 +36,11 @@ bool contains(std::span<const std::string_view> names, std::string_view name)
 
 bool isResult(NodeType type, std::string_view longName)
 {
+    // curves and surfaces give what they are in the world; operations on meshes have a switch of
+    // that name
+    if (longName == "worldSpace" && type.isA("polyBase")) {
+        return false;
+    }
     const auto begins = [&](std::string_view prefix) { return longName.starts_with(prefix); };
     return std::any_of(kResultPrefixes.begin(), kResultPrefixes.end(), begins) ||
            contains(kResultTypes, type.name());

@@ -24,6 +24,18 @@ enum class ShapeOutcome : std::uint8_t {
 
 inline constexpr std::size_t kShapeOutcomes = 5;
 
+/// A shape that its history makes, as the report tells it.
+struct HistoryShape {
+    NodeId shape = kNoNode;
+    ShapeOutcome outcome = ShapeOutcome::Computed;
+    std::vector<NodeId> passed; ///< nodes passed by, at most kMaxReportedPasses
+};
+
+/// How many shapes with a history the report names, and how many nodes for each; the rest is only
+/// counted.
+inline constexpr std::size_t kMaxReportedShapes = 10000;
+inline constexpr std::size_t kMaxReportedPasses = 100;
+
 /// Positions of the attributes that decide whether a node of one type is drawn.
 struct VisibilityAttributes {
     AttributeIndex visibility = kNoAttribute;
@@ -50,8 +62,9 @@ struct Session::Evaluation {
     std::uint32_t visibilityRound = 1;  ///< a new time begins a new one
     std::unordered_map<std::string_view, VisibilityAttributes> visibilityOfType;
     std::map<NodeId, ShapeOutcome> shapes;
-    std::uint32_t fedRound = 0;      ///< of the graph's connections, plus 1
-    std::vector<bool> fedByCurves;   ///< per node
+    std::vector<HistoryShape> history; ///< in the order in which they were asked for
+    std::uint32_t fedRound = 0;        ///< of the graph's connections, plus 1
+    std::vector<bool> fedByCurves;     ///< per node
     DagPath lastPath;                ///< whose world matrix was asked for last, at the current time
     std::vector<Matrix4> lastWorlds; ///< of each of its nodes
 };

@@ -103,6 +103,37 @@ void writeOutcomes(JsonText& json, const Graph& graph,
     json.endObject();
 }
 
+std::string_view outcomeWord(ShapeOutcome outcome)
+{
+    constexpr std::string_view kWords[kShapeOutcomes] = {"stored", "computed", "approximated",
+                                                         "missing", "empty"};
+    return kWords[static_cast<std::size_t>(outcome)];
+}
+
+/// Each shape with a history by its path, and the nodes of it that were passed by, nearest first.
+void writeHistory(JsonText& json, const Session& session, const std::vector<HistoryShape>& shapes)
+{
+    const Graph& graph = session.graph();
+    json.beginList("history");
+    for (const HistoryShape& entry : shapes) {
+        json.beginObject();
+        json.text("shape", session.fullPathName(session.firstPathTo(entry.shape)));
+        json.text("outcome", outcomeWord(entry.outcome));
+        json.beginList("passed");
+        for (const NodeId id : entry.passed) {
+            const graph::Node& node = graph.node(id);
+            json.beginObject();
+            json.text("type", node.unknownType.empty() ? node.type.name()
+                                                       : std::string_view(node.unknownType));
+            json.text("node", node.name);
+            json.endObject();
+        }
+        json.endList();
+        json.endObject();
+    }
+    json.endList();
+}
+
 } // namespace
 
 std::string Session::report() const
@@ -131,6 +162,7 @@ std::string Session::report() const
     writeOutcomes(json, *m_graph, m_evaluation->shapes, "surfaces", "nurbsSurface");
     writeOutcomes(json, *m_graph, m_evaluation->shapes, "paintEffects", "pfxGeometry");
 
+    writeHistory(json, *this, m_evaluation->history);
     for (const KindRow& row : kLists) {
         writeList(json, row, m_diagnostics.entries());
     }

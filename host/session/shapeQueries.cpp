@@ -47,17 +47,27 @@ void Session::noteShape(NodeId shape, const Plug& output, std::string_view input
     const std::string& name = m_graph->node(shape).name;
     const auto passed = m_evaluation->evaluator.passedNodes(output);
     const Plug source = m_graph->inputOf(findPlug(shape, input));
+    const ShapeOutcome outcome = !hasGeometry ? source ? ShapeOutcome::Missing : ShapeOutcome::Empty
+                                 : !passed.empty() ? ShapeOutcome::Approximated
+                                 : source          ? ShapeOutcome::Computed
+                                                   : ShapeOutcome::Exact;
+    m_evaluation->shapes[shape] = outcome;
+    if (source && m_evaluation->history.size() < kMaxReportedShapes) {
+        HistoryShape entry{shape, outcome, {}};
+        for (const eval::PassedNode& node : passed) {
+            if (entry.passed.size() < kMaxReportedPasses) {
+                entry.passed.push_back(node.node);
+            }
+        }
+        m_evaluation->history.push_back(std::move(entry));
+    }
     if (!hasGeometry) {
-        m_evaluation->shapes[shape] = source ? ShapeOutcome::Missing : ShapeOutcome::Empty;
         if (source) {
             const NodeId last = passed.empty() ? source.node : passed.back().node;
             m_diagnostics.note(DiagnosticKind::MissingGeometry, typeWord(last), name);
         }
         return;
     }
-    m_evaluation->shapes[shape] = !passed.empty() ? ShapeOutcome::Approximated
-                                  : source        ? ShapeOutcome::Computed
-                                                  : ShapeOutcome::Exact;
     std::vector<std::string_view> noted;
     for (const eval::PassedNode& node : passed) {
         const std::string_view type = typeWord(node.node);

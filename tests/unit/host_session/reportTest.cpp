@@ -108,7 +108,8 @@ TEST_F(Report, CountsWhatWasReadAndWhatWasNot)
     const auto report = nlohmann::json::parse(session.report());
     EXPECT_EQ(report["file"], session.currentFile());
     EXPECT_EQ(report["meshes"],
-              nlohmann::json::parse(R"({"total": 5, "stored": 1, "computed": 0, "approximated": 1, "missing": 1,
+              nlohmann::json::parse(
+                  R"({"total": 5, "stored": 1, "computed": 0, "approximated": 1, "missing": 1,
                                         "empty": 1, "notAsked": 1})"));
     ASSERT_EQ(report["unknownNodeTypes"].size(), 1U);
     EXPECT_EQ(report["unknownNodeTypes"][0]["type"], "glassThing");
@@ -122,6 +123,31 @@ TEST_F(Report, CountsWhatWasReadAndWhatWasNot)
     EXPECT_EQ(report["nodes"]["total"].get<int>() - report["nodes"]["ofNewScene"].get<int>(), 12);
 }
 
+TEST_F(Report, NamesShapesWithAHistoryAndWhatWasPassedBy)
+{
+    open(R"(createNode transform -n "a";
+        createNode mesh -n "stored" -p "a";)" +
+         test::squareMesh() + R"(
+        createNode mesh -n "bent" -p "a";
+        createNode mesh -n "soft" -p "a";
+        createNode mesh -n "lost" -p "a";
+        createNode polySoftEdge -n "edge"; createNode strangeThing -n "outer";
+        createNode skinCluster -n "inner"; createNode polyReduce -n "nothing";
+        connectAttr "stored.o" "inner.ip[0].ig"; connectAttr "inner.og[0]" "outer.in";
+        connectAttr "outer.out" "bent.i";
+        connectAttr "stored.o" "edge.ip"; connectAttr "edge.out" "soft.i";
+        connectAttr "nothing.out" "lost.i";)");
+    for (const char* name : {"stored", "bent", "soft", "lost"}) {
+        (void)session.mesh(node(name));
+        (void)session.mesh(node(name)); // asked twice, told once
+    }
+    EXPECT_EQ(nlohmann::json::parse(session.report())["history"], nlohmann::json::parse(R"([
+        {"shape": "|a|bent", "outcome": "approximated",
+         "passed": [{"type": "strangeThing", "node": "outer"}, {"type": "skinCluster", "node": "inner"}]},
+        {"shape": "|a|soft", "outcome": "computed", "passed": []},
+        {"shape": "|a|lost", "outcome": "missing", "passed": [{"type": "polyReduce", "node": "nothing"}]}])"));
+}
+
 TEST_F(Report, CountsWhatBecameOfSurfaces)
 {
     open(R"(createNode transform -n "a";
@@ -132,7 +158,8 @@ TEST_F(Report, CountsWhatBecameOfSurfaces)
     ASSERT_NE(session.surface(session.graph().findNode("stored")), nullptr);
     EXPECT_EQ(session.surface(session.graph().findNode("empty")), nullptr);
     EXPECT_EQ(nlohmann::json::parse(session.report())["surfaces"],
-              nlohmann::json::parse(R"({"total": 3, "stored": 1, "computed": 0, "approximated": 0, "missing": 0,
+              nlohmann::json::parse(
+                  R"({"total": 3, "stored": 1, "computed": 0, "approximated": 0, "missing": 0,
                                         "empty": 1, "notAsked": 1})"));
 }
 
