@@ -1,2 +1,5 @@
 list(APPEND SOURCES
+    mesh/texture/UvEditor.cpp
+    mesh/texture/moveUvs.cpp
+    mesh/texture/projectUvs.cpp
 )

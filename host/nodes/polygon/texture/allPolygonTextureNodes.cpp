@@ -7,7 +7,11 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 0> kNodes{};
+constinit const std::array<const NodeCompute*, 11> kNodes{
+    &kBlendColorSets, &kCopyColorSet, &kCreateColorSet,     &kDeleteColorSet,
+    &kPolyColorDel,   &kPolyColorMod, &kPolyColorPerVertex, &kPolyCylProj,
+    &kPolyPlanarProj, &kPolySphProj,  &kPolyTweakUV,
+};
 
 } // namespace
 

@@ -1,3 +1,6 @@
 list(APPEND SOURCES
     polygon/texture/allPolygonTextureNodes.cpp
+    polygon/texture/colorNodes.cpp
+    polygon/texture/polyTweakUV.cpp
+    polygon/texture/uvProjections.cpp
 )

@@ -1,2 +1,4 @@
 list(APPEND SOURCES
+    mesh/texture/moveUvsTest.cpp
+    mesh/texture/projectUvsTest.cpp
 )

@@ -1,0 +1,88 @@
+// polyTweakUV: offsets added to texture coordinates.
+#include "host/nodes/polygon/texture/polygonTextureTypes.h"
+#include "host/nodes/polygon/texture/uvInputs.h"
+
+#include "host/geometry/mesh/texture/moveUvs.h"
+
+namespace host::nodes {
+namespace {
+
+using geometry::MeshData;
+using geometry::OffsetRun;
+
+constexpr auto kInputs = meshInputs("uvTweak", "uvTweakU", "uvTweakV", "uvSetName", "newUV");
+constexpr std::array<std::string_view, 1> kOutputs{"output"};
+enum Position : std::size_t { kTweak = kFirstOwnInput, kTweakU, kTweakV, kSetName, kNewUv };
+constexpr std::size_t kNumbers = 2;
+
+/// Offsets in single precision, one run after the other.
+struct Offsets {
+    std::vector<OffsetRun> runs;
+    std::vector<float> block;
+};
+
+/// The stored ones, then those that flow in.
+Offsets readOffsets(ComputeContext& context)
+{
+    Offsets offsets;
+    const NumericArray* stored = context.array(kTweak);
+    if (stored != nullptr && stored->width() == kNumbers) {
+        for (const NumericArray::Run& run : stored->runs()) {
+            offsets.runs.push_back({run.first, run.count, run.offset});
+        }
+        if (const auto* floats = stored->numbers<float>()) {
+            offsets.block = *floats;
+        } else if (const auto* doubles = stored->numbers<double>()) {
+            for (const double number : *doubles) {
+                offsets.block.push_back(static_cast<float>(number));
+            }
+        }
+    }
+    for (const std::int32_t index : context.connectedIndices(kTweak)) {
+        if (index >= 0 && (stored == nullptr || !stored->has(static_cast<std::uint32_t>(index)))) {
+            offsets.runs.push_back({static_cast<std::uint32_t>(index), 1, offsets.block.size()});
+            for (const Position position : {kTweakU, kTweakV}) {
+                offsets.block.push_back(
+                    static_cast<float>(context.element(position, index).number()));
+            }
+        }
+    }
+    return offsets;
+}
+
+SharedMesh tweaked(const MeshData& mesh, std::size_t set, const Offsets& offsets)
+{
+    auto result = std::make_shared<MeshData>(mesh);
+    if (mesh.uvSets[set].points != nullptr) {
+        result->uvSets[set].points = std::make_shared<const std::vector<Vec2f>>(
+            geometry::addUvOffsets(*mesh.uvSets[set].points, offsets.runs, offsets.block));
+    }
+    return result;
+}
+
+Expected<Value> compute(ComputeContext& context)
+{
+    const MeshTask task = takeMeshTask(context);
+    const Offsets offsets = readOffsets(context);
+    const std::string setName = textInput(context, kSetName);
+    const bool addsUvs = !context.elementIndices(kNewUv).empty();
+    if (!context.isComplete() || task.isIdle()) {
+        return task.passed();
+    }
+    if (addsUvs) {
+        context.noteUncomputed(); // coordinates that it gives to corners without any are left out
+    }
+    if (offsets.runs.empty()) {
+        return task.passed();
+    }
+    return computeOnUvSet(context, task, setName, [&](const MeshData& mesh, std::size_t set) {
+        return tweaked(mesh, set, offsets);
+    });
+}
+
+} // namespace
+
+constinit const NodeCompute kPolyTweakUV{
+    .type = "polyTweakUV", .inputs = kInputs, .outputs = kOutputs, .compute = compute};
+
+} // namespace host::nodes

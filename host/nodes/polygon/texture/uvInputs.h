@@ -1,0 +1,43 @@
+// What operations on texture coordinates have in common: the set that they work on.
+#pragma once
+
+#include "host/nodes/polygon/meshInputs.h"
+
+#include "host/geometry/mesh/texture/UvEditor.h"
+
+#include <string>
+
+namespace host::nodes {
+
+/// A text as an input; empty where there is none.
+inline std::string textInput(ComputeContext& context, std::size_t position)
+{
+    const auto text = context.input(position).data<std::string>();
+    return text != nullptr ? *text : std::string();
+}
+
+/// The result of an operation that is called with the mesh and the set of the name; passed on, as
+/// an approximation, where the mesh does not have it.
+template<class Operation>
+Value computeOnUvSet(ComputeContext& context, const MeshTask& task, const std::string& name,
+                     const Operation& operation)
+{
+    const auto set = geometry::findUvSet(*task.mesh, name);
+    return meshResult(context, task, set ? operation(*task.mesh, *set) : SharedMesh());
+}
+
+/// The ids that a node names, as "map[...]" or as those that the corners of faces have. None where
+/// it names what the mesh does not have, or other kinds.
+inline std::optional<std::vector<std::uint32_t>> namedUvs(const MeshTask& task, std::size_t set)
+{
+    const geometry::MeshData& mesh = *task.mesh;
+    const auto ids =
+        namedComponents(task, geometry::kUvComponents, geometry::uvCount(mesh.uvSets[set]));
+    if (ids) {
+        return ids;
+    }
+    const auto faces = namedComponents(task, geometry::kFaceComponents, mesh.topology->faceCount());
+    return faces ? std::optional(geometry::UvEditor(mesh, set).idsOfFaces(*faces)) : std::nullopt;
+}
+
+} // namespace host::nodes

@@ -1,0 +1,169 @@
+// Operations on texture coordinates and colours: which inputs they read, and that the shape always
+// comes through.
+#include "host/nodes/polygon/texture/allPolygonTextureNodes.h"
+#include "host/nodes/polygon/texture/polygonTextureTypes.h"
+#include "tests/support/ToyContext.h"
+#include "tests/unit/host_geometry/mesh/texture/uvMaker.h"
+
+#include "host/types/NumericArray.h"
+
+#include <numbers>
+
+namespace host::nodes {
+namespace {
+
+using geometry::MeshData;
+using geometry::test::expectUv;
+using geometry::test::Ids;
+using geometry::test::idsOf;
+using ::test::ToyContext;
+
+Value text(std::string value)
+{
+    return Value::of(std::move(value));
+}
+
+/// On two squares, for the components with the texts.
+ToyContext operation(const NodeCompute& row, std::vector<std::string> components)
+{
+    ToyContext context(row);
+    context.values["inputPolymesh"] =
+        Value(std::make_shared<const MeshData>(geometry::test::twoSquares()));
+    context.values["inputComponents"] = Value::of(ComponentList{std::move(components)});
+    return context;
+}
+
+std::shared_ptr<const MeshData> output(ToyContext& context)
+{
+    return context.compute("output").data<MeshData>();
+}
+
+bool isPassedOn(ToyContext& context, const std::string& out = "output",
+                const std::string& in = "inputPolymesh")
+{
+    const auto mesh = context.values[in].data<MeshData>();
+    return mesh != nullptr && context.compute(out).data<MeshData>() == mesh;
+}
+
+NumericArray offsets(std::uint32_t first, const std::vector<float>& numbers)
+{
+    NumericArray array(NumberStorage::Float, 2);
+    array.store<float>(first, numbers);
+    return array;
+}
+
+TEST(PolyTweakUV, AddsStoredAndConnectedOffsets)
+{
+    ToyContext context = operation(kPolyTweakUV, {});
+    const NumericArray stored = offsets(4, {0.5F, 0.25F, -1, 3});
+    context.arrays["uvTweak"] = &stored;
+    context.connected.insert("uvTweak");
+    context.setElement("uvTweak", {1}, Value());
+    context.setElement("uvTweakU", {1}, Value(7.0));
+    context.setElement("uvTweakV", {1}, Value(8.0));
+    const auto mesh = output(context);
+    expectUv(*mesh, 0, 0, 0);
+    expectUv(*mesh, 1, 8, 8);
+    expectUv(*mesh, 4, 1.5, 1.25);
+    expectUv(*mesh, 5, 1, 4);
+    EXPECT_EQ(context.timesUncomputed, 0U);
+}
+
+TEST(PolyTweakUV, WorksOnTheNamedSetOnly)
+{
+    ToyContext context = operation(kPolyTweakUV, {});
+    MeshData two = geometry::test::twoSquares();
+    two.uvSets.push_back(two.uvSets[0]);
+    two.uvSets[1].name = "light";
+    context.values["inputPolymesh"] = Value::of(two);
+    const NumericArray stored = offsets(0, {1, 1});
+    context.arrays["uvTweak"] = &stored;
+    context.values["uvSetName"] = text("light");
+    const auto mesh = output(context);
+    expectUv(*mesh, 0, 0, 0, 0);
+    expectUv(*mesh, 0, 1, 1, 1);
+    context.values["uvSetName"] = text("gone");
+    EXPECT_TRUE(isPassedOn(context));
+    EXPECT_EQ(context.timesUncomputed, 1U);
+}
+
+TEST(PolyTweakUV, PassesOnWhatItCannotChange)
+{
+    ToyContext context = operation(kPolyTweakUV, {});
+    EXPECT_TRUE(isPassedOn(context));
+    const NumericArray stored = offsets(0, {1, 1});
+    context.arrays["uvTweak"] = &stored;
+    context.set("nodeState", 1);
+    EXPECT_TRUE(isPassedOn(context));
+    EXPECT_EQ(context.timesUncomputed, 0U);
+    context.set("nodeState", 0);
+    context.setElement("newUV", {0}, Value());
+    expectUv(*output(context), 0, 1, 1);
+    EXPECT_EQ(context.timesUncomputed, 1U);
+}
+
+TEST(PolyPlanarProj, ProjectsInTheWorldWhereItSaysSo)
+{
+    ToyContext context = operation(kPolyPlanarProj, {"f[0:1]"});
+    context.values["inputMatrix"] = Value::of(scaling({10, 10, 10}));
+    context.set("worldSpace", 1);
+    context.setVector("projectionCenter", 10, 5, 0);
+    context.set("projectionWidth", 20);
+    context.set("projectionHeight", 10);
+    context.set("imageScaleU", 2);
+    const auto world = output(context);
+    expectUv(*world, 0, -0.5, 0);
+    expectUv(*world, 5, 1.5, 1);
+    context.set("worldSpace", 0);
+    expectUv(*output(context), 0, -0.5, 0); // (0 0) is 10 from the centre, half of 20, twice
+    expectUv(*output(context), 5, -0.3, 0.1);
+    EXPECT_EQ(context.timesUncomputed, 0U);
+    context.set("isPerspective", 1);
+    EXPECT_NE(output(context), nullptr);
+    EXPECT_EQ(context.timesUncomputed, 1U);
+}
+
+TEST(PolyPlanarProj, PassesOnWithNoteWhereFacesAreMissing)
+{
+    for (const NodeCompute* row : {&kPolyPlanarProj, &kPolyCylProj, &kPolySphProj}) {
+        ToyContext context = operation(*row, {"f[2]"});
+        EXPECT_TRUE(isPassedOn(context)) << row->type;
+        EXPECT_EQ(context.timesUncomputed, 1U) << row->type;
+        ToyContext none = operation(*row, {});
+        EXPECT_TRUE(isPassedOn(none)) << row->type;
+        EXPECT_EQ(none.timesUncomputed, 0U) << row->type;
+    }
+}
+
+TEST(RoundProjections, SweepsAreDegrees)
+{
+    ToyContext cylinder = operation(kPolyCylProj, {"f[0:1]"});
+    cylinder.set("projectionHorizontalSweep", 360);
+    cylinder.set("projectionHeight", 2);
+    // Vertex 1 stands 90 degrees to the right of the axis' front: a quarter of the turn.
+    expectUv(*output(cylinder), 1, 0.75, 0.5);
+    ToyContext sphere = operation(kPolySphProj, {"f[0:1]"});
+    // Of the usual 180 by 90 degrees vertex 4 takes half and half: 90 right, 45 up.
+    expectUv(*output(sphere), 2, 1, 1);
+    EXPECT_EQ(cylinder.timesUncomputed, 1U);
+}
+
+TEST(ColorNodes, LeaveTheMeshAsItIs)
+{
+    for (const NodeCompute* row :
+         {&kPolyColorPerVertex, &kPolyColorDel, &kPolyColorMod, &kBlendColorSets}) {
+        ToyContext context(*row);
+        context.values["inputPolymesh"] = Value::of(geometry::test::twoSquares());
+        EXPECT_TRUE(isPassedOn(context)) << row->type;
+        EXPECT_EQ(context.timesUncomputed, 0U);
+    }
+    for (const NodeCompute* row : {&kCreateColorSet, &kDeleteColorSet, &kCopyColorSet}) {
+        ToyContext context(*row);
+        context.values["inputGeometry"] = Value::of(geometry::test::twoSquares());
+        EXPECT_TRUE(isPassedOn(context, "outputGeometry", "inputGeometry")) << row->type;
+        EXPECT_EQ(context.timesUncomputed, 0U);
+    }
+}
+
+} // namespace
+} // namespace host::nodes
