@@ -41,6 +41,13 @@ void SolidBuilder::endFace()
     m_topology.loopStart.push_back(static_cast<std::uint32_t>(m_topology.corners.size()));
 }
 
+void SolidBuilder::joinLoops()
+{
+    if (m_topology.loopCount() > 1) {
+        m_topology.faceLoop = {0, m_topology.loopCount()};
+    }
+}
+
 void SolidBuilder::addFaces(const PolygonList& faces, std::span<const std::uint32_t> uvs,
                             bool isSmooth)
 {

@@ -73,6 +73,8 @@ public:
     void addForward(std::uint32_t edge, std::uint32_t uv = 0);
     void addBackward(std::uint32_t edge, std::uint32_t uv = 0);
     void endFace();
+    /// All faces so far become one: the first is its outer loop, the others are its holes.
+    void joinLoops();
     /// Faces given by their vertices: edges in the order in which the faces first walk them. Edges
     /// of two faces are smooth or hard as `isSmooth` says, those of one face are hard. `uvs`: one
     /// id a corner, or empty.

@@ -128,12 +128,17 @@ private:
 
 } // namespace
 
+void addCylinder(SolidBuilder& builder, const CylinderSettings& settings)
+{
+    CylinderMaker maker(settings);
+    addLathe(builder, maker.make());
+}
+
 std::shared_ptr<const MeshData> makeCylinder(const CylinderSettings& settings,
                                              const SolidPlacement& placement)
 {
-    CylinderMaker maker(settings);
     SolidBuilder builder;
-    addLathe(builder, maker.make());
+    addCylinder(builder, settings);
     return builder.finish(placement, -placement.heightBaseline * settings.height / 2);
 }
 

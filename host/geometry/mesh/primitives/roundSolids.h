@@ -39,6 +39,9 @@ struct CylinderSettings {
     bool hasFormerUvs = false; ///< as made before the layout became even
 };
 
+/// Adds a cylinder to a builder; see `makeCylinder`.
+void addCylinder(SolidBuilder& builder, const CylinderSettings& settings);
+
 /// Rings: the lower cap from the middle outwards, the sides, the upper cap inwards; then the points
 /// in the middle of the caps (see `addLathe`). The rims are hard.
 std::shared_ptr<const MeshData> makeCylinder(const CylinderSettings& settings,
@@ -91,5 +94,24 @@ struct PipeSettings {
 /// rims are hard.
 std::shared_ptr<const MeshData> makePipe(const PipeSettings& settings,
                                          const SolidPlacement& placement);
+
+/// A wire wound about the axis.
+struct HelixSettings {
+    double coils = 3;
+    double height = 2; ///< between the middles of the ends
+    double width = 2;  ///< across the middle of the wire
+    double radius = 0.4;
+    bool isClockwise = false;      ///< going up, seen from above
+    std::uint32_t axisCells = 8;   ///< around the wire, at least 3
+    std::uint32_t coilCells = 150; ///< along the wire, at least 1
+    std::uint32_t capCells = 0;
+    bool hasRoundCaps = false;
+    bool hasUvs = true;
+    bool hasFormerUvs = false;
+};
+
+/// A cylinder's parts in a cylinder's order, its axis bent to a helix that begins at +x.
+std::shared_ptr<const MeshData> makeHelix(const HelixSettings& settings,
+                                          const SolidPlacement& placement);
 
 } // namespace host::geometry

@@ -7,9 +7,14 @@ list(APPEND SOURCES
     mesh/primitives/makeCube.cpp
     mesh/primitives/makeCylinder.cpp
     mesh/primitives/makeDisc.cpp
+    mesh/primitives/makeFace.cpp
+    mesh/primitives/makeHelix.cpp
     mesh/primitives/makePipe.cpp
     mesh/primitives/makePlane.cpp
+    mesh/primitives/makeRegularSolid.cpp
     mesh/primitives/makeSphere.cpp
     mesh/primitives/makeTorus.cpp
     mesh/primitives/orientation.cpp
+    mesh/primitives/solidTables.cpp
+    mesh/primitives/surfaceMesh.cpp
 )

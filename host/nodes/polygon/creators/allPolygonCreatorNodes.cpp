@@ -7,9 +7,11 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 10> kNodes{
-    &kPolyCone,  &kPolyCube,  &kPolyCylinder, &kPolyDisc,   &kPolyPipe,
-    &kPolyPlane, &kPolyPrism, &kPolyPyramid,  &kPolySphere, &kPolyTorus,
+constinit const std::array<const NodeCompute*, 16> kNodes{
+    &kNurbsTessellate, &kPolyCone,     &kPolyCreateFace,    &kPolyCube,
+    &kPolyCylinder,    &kPolyDisc,     &kPolyHelix,         &kPolyPipe,
+    &kPolyPlane,       &kPolyPlatonic, &kPolyPlatonicSolid, &kPolyPrimitiveMisc,
+    &kPolyPrism,       &kPolyPyramid,  &kPolySphere,        &kPolyTorus,
 };
 
 } // namespace

@@ -34,7 +34,8 @@ geometry::CubeUvs uvsOf(SolidReader& reader)
 
 Expected<Value> compute(ComputeContext& context)
 {
-    SolidReader reader(context);
+    constexpr std::int32_t kMostCells = SolidReader::kMostCells / 4; // sides have more cells
+    SolidReader reader(context, kMostCells);
     geometry::CubeSettings cube;
     cube.width = reader.size(kWidth, 1);
     cube.height = reader.size(kHeight, 1);

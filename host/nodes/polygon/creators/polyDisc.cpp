@@ -33,7 +33,7 @@ void limitFaces(geometry::DiscSettings& disc, ComputeContext& context)
     if (disc.division == DiscDivision::Caps || disc.division == DiscDivision::Pie) {
         return; // as many as the product of the counts, which is limited already
     }
-    while (geometry::discFaceCount(disc) > SolidReader::kMostCells && disc.subdivisions > 0) {
+    while (geometry::discFaceCount(disc) > SolidReader::kMostCells / 4 && disc.subdivisions > 0) {
         --disc.subdivisions;
         context.noteUncomputed();
     }

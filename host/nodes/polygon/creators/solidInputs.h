@@ -4,6 +4,7 @@
 #include "host/geometry/mesh/primitives/SolidBuilder.h"
 #include "host/nodes/numberInputs.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -38,12 +39,13 @@ solidInputs(const Names&... names)
 inline constexpr std::array<std::string_view, 1> kSolidOutputs{"output"};
 
 /// Reads the inputs of a solid. Numbers that are not finite count as the fallback, and the counts
-/// of cells of one solid multiply to no more than `kMostCells`: what is beyond is noted.
+/// of cells of one solid multiply to no more than a limit: what is beyond is noted.
 class SolidReader {
 public:
-    static constexpr std::int32_t kMostCells = 1 << 20;
+    static constexpr std::int32_t kMostCells = 1 << 22;
 
-    explicit SolidReader(ComputeContext& context) : m_context(context)
+    explicit SolidReader(ComputeContext& context, std::int32_t mostCells = kMostCells)
+        : m_context(context), m_left(mostCells)
     {
         m_name = context.input(kUvSetName).data<std::string>();
     }
@@ -93,7 +95,7 @@ public:
 private:
     ComputeContext& m_context;
     Shared<std::string> m_name;
-    std::int32_t m_left = kMostCells;
+    std::int32_t m_left;
 };
 
 } // namespace host::nodes

@@ -1,3 +1,5 @@
 list(APPEND SOURCES
+    polygon/creatorsTest.cpp
     polygon/shapeTest.cpp
+    polygon/textureTest.cpp
 )
