@@ -50,6 +50,13 @@ struct WorkingUnits {
     std::int64_t ticksPerFrame = 5880000;
 };
 
+/// What is shown of a mesh shape: its mesh, or a subdivided one. In that each face of the shape's
+/// mesh, of n corners, gave n * 4^(divisions - 1) faces, which follow one another in its order.
+struct ShownMesh {
+    std::shared_ptr<const geometry::MeshData> mesh; ///< null when the shape has no geometry
+    std::uint32_t divisions = 0;
+};
+
 class Session {
 public:
     Session(); ///< an open new scene
@@ -126,6 +133,8 @@ public:
     // --- shapes and shading
     /// The evaluated mesh of a mesh shape, with its tweaks; null when it has no geometry.
     std::shared_ptr<const geometry::MeshData> mesh(NodeId shape);
+    /// The same as it is shown: subdivided where the shape is in smooth-mesh preview.
+    ShownMesh shownMesh(NodeId shape);
     /// Sets that an instance of a shape is a member of: the whole-object connection first, then
     /// face groups by ascending index. A set met twice is one entry with the faces of both.
     /// `renderableOnly`: shading groups only. Fails (InvalidParameter) for an instance number out

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <limits>
 #include <string>
+#include <utility>
 
 namespace host::session {
 namespace {
@@ -106,6 +107,9 @@ private:
     void takeUvIds(geometry::UvSet& set, std::vector<std::int32_t>&& ids,
                    const geometry::TopologyDamage& damage, std::size_t cornerCount);
     void takeInvisibleFaces(std::uint32_t faceCount);
+    void takeCreases();
+    void takeCreases(std::string_view name, PolyComponentData::Domain domain, std::size_t count,
+                     std::vector<std::uint32_t>& parts, std::vector<float>& values);
     void report(std::size_t count, std::string_view what);
 
     Graph& m_graph;
@@ -162,6 +166,7 @@ std::shared_ptr<const MeshData> MeshAssembly::build(PolyFaces&& faces)
         m_mesh.lockedNormals = std::make_shared<const std::vector<Vec3f>>(std::move(normals));
     }
     takeInvisibleFaces(m_mesh.topology->faceCount());
+    takeCreases();
     return std::make_shared<const MeshData>(std::move(m_mesh));
 }
 
@@ -250,6 +255,44 @@ void MeshAssembly::takeInvisibleFaces(std::uint32_t faceCount)
     if (!faces.empty()) {
         m_mesh.invisibleFaces =
             std::make_shared<const std::vector<std::uint32_t>>(std::move(faces));
+    }
+}
+
+void MeshAssembly::takeCreases()
+{
+    using Domain = PolyComponentData::Domain;
+    geometry::MeshCreases creases;
+    takeCreases("creaseData", Domain::Edge, m_mesh.topology->edges.size(), creases.edges,
+                creases.edgeValues);
+    takeCreases("creaseVertexData", Domain::Vertex, m_mesh.topology->vertexCount, creases.vertices,
+                creases.vertexValues);
+    if (!creases.edges.empty() || !creases.vertices.empty()) {
+        m_mesh.creases = std::make_shared<const geometry::MeshCreases>(std::move(creases));
+    }
+}
+
+/// Parts that are there and sharp, ascending; of one that is listed twice the first value.
+void MeshAssembly::takeCreases(std::string_view name, PolyComponentData::Domain domain,
+                               std::size_t count, std::vector<std::uint32_t>& parts,
+                               std::vector<float>& values)
+{
+    const auto held = m_graph.storedValue(plug(name)).data<PolyComponentData>();
+    if (held == nullptr || held->domain != domain) {
+        return;
+    }
+    std::vector<std::pair<std::uint32_t, float>> sharp;
+    for (std::size_t i = 0; i < std::min(held->indices.size(), held->values.size()); ++i) {
+        if (held->indices[i] < count && held->values[i] > 0) {
+            sharp.emplace_back(held->indices[i], static_cast<float>(held->values[i]));
+        }
+    }
+    const auto byPart = [](const auto& a, const auto& b) { return a.first < b.first; };
+    std::stable_sort(sharp.begin(), sharp.end(), byPart);
+    for (const auto& [part, value] : sharp) {
+        if (parts.empty() || parts.back() != part) {
+            parts.push_back(part);
+            values.push_back(value);
+        }
     }
 }
 

@@ -20,6 +20,7 @@ set(SOURCES
     rotationCurves.cpp
     setQueries.cpp
     shapeQueries.cpp
+    smoothPreview.cpp
     strokeLines.cpp
     surfaceTessellation.cpp
     unknownNodes.cpp

@@ -30,6 +30,7 @@ struct MGeometryExtractor::Content {
     mutable std::shared_ptr<const RenderMesh> mesh; ///< faceFirstTriangle is always there
     MDagPath path;
     std::string uvSetName;
+    bool isCage = false;    ///< smooth-mesh preview is left out
     bool isSurface = false; ///< the faces of a component mean nothing: always everything
     std::size_t vertexCount = 0;
 
@@ -103,7 +104,7 @@ void scatter(const std::vector<T>& vertices, std::size_t count, float* target,
 MStatus MGeometryExtractor::Content::makeWhole() const
 {
     try {
-        const auto again = host::api::renderMeshOf(path, uvSetName);
+        const auto again = host::api::renderMeshOf(path, uvSetName, isCage);
         if (!again) {
             return toStatus(again.error().code);
         }
@@ -145,20 +146,21 @@ MStatus MGeometryExtractor::Content::populate(std::vector<T> RenderMesh::*stream
 }
 
 MGeometryExtractor::MGeometryExtractor(const MGeometryRequirements& requirements,
-                                       const MDagPath& path, MPolyGeomOptions,
+                                       const MDagPath& path, MPolyGeomOptions options,
                                        MStatus* ReturnStatus)
 {
+    const bool isCage = (options & kPolyGeom_BaseMesh) != 0;
     // The streams that are asked for differ in the uv set only.
     MString uvSetName;
     for (const MVertexBufferDescriptor& stream : Inside::vertexRequirements(requirements)) {
         uvSetName = stream.semantic() == MGeometry::kTexture ? stream.name() : uvSetName;
     }
     try {
-        const auto mesh = host::api::renderMeshOf(path, uvSetName.asUTF8());
+        const auto mesh = host::api::renderMeshOf(path, uvSetName.asUTF8(), isCage);
         if (mesh) {
-            m_content = std::make_shared<const Content>(Content{*mesh, path, uvSetName.asUTF8(),
-                                                                path.hasFn(MFn::kNurbsSurface),
-                                                                (*mesh)->positions.size()});
+            m_content = std::make_shared<const Content>(
+                Content{*mesh, path, uvSetName.asUTF8(), isCage, path.hasFn(MFn::kNurbsSurface),
+                        (*mesh)->positions.size()});
         }
         answer(ReturnStatus, toStatus(mesh));
     } catch (const std::exception&) {

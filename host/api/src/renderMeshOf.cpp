@@ -10,11 +10,13 @@ namespace {
 using geometry::MeshData;
 using geometry::RenderMesh;
 
-/// The last result. It is known by the mesh value that it was made of; a value that is gone fits
-/// no other.
+/// The last result. It is known by the shape and the mesh value that it was made of; a value that
+/// is gone fits no other.
 struct Kept {
+    session::NodeId shape = session::kNoNode;
     std::weak_ptr<const MeshData> source;
     std::string uvSetName;
+    bool isCage = false;
     std::shared_ptr<const RenderMesh> result;
 };
 
@@ -24,18 +26,37 @@ Kept& kept()
     return last;
 }
 
-std::shared_ptr<const RenderMesh> extract(const std::shared_ptr<const MeshData>& mesh,
-                                          std::string_view uvSetName)
+/// Gives each face of the mesh before the triangles of all the faces that it was divided into.
+void joinFaces(const geometry::MeshTopology& before, std::uint32_t divisions, RenderMesh& mesh)
+{
+    const std::uint32_t shift = 2 * (divisions - 1);
+    std::vector<std::uint32_t> first;
+    first.reserve(before.faceCount() + std::size_t{1});
+    for (std::uint32_t face = 0; face < before.faceCount(); ++face) {
+        first.push_back(mesh.faceFirstTriangle[std::size_t{before.firstCorner(face)} << shift]);
+    }
+    first.push_back(mesh.faceFirstTriangle.back());
+    mesh.faceFirstTriangle = std::move(first);
+}
+
+std::shared_ptr<const RenderMesh> extract(session::NodeId shape,
+                                          const std::shared_ptr<const MeshData>& mesh,
+                                          std::string_view uvSetName, bool isCage)
 {
     Kept& last = kept();
-    if (last.result != nullptr && last.source.lock() == mesh && last.uvSetName == uvSetName) {
+    if (last.result != nullptr && last.shape == shape && last.source.lock() == mesh &&
+        last.uvSetName == uvSetName && last.isCage == isCage) {
         return last.result;
     }
     last = Kept(); // the memory of the former goes first
-    std::shared_ptr<const RenderMesh> result =
-        std::make_shared<RenderMesh>(geometry::extractRenderMesh(*mesh, uvSetName));
+    const session::ShownMesh shown =
+        isCage ? session::ShownMesh{mesh, 0} : session::currentSession()->shownMesh(shape);
+    auto result = std::make_shared<RenderMesh>(geometry::extractRenderMesh(*shown.mesh, uvSetName));
+    if (shown.divisions > 0) {
+        joinFaces(*mesh->topology, shown.divisions, *result);
+    }
     if (!mesh->groups.empty()) {
-        last = {mesh, std::string(uvSetName), result};
+        last = {shape, mesh, std::string(uvSetName), isCage, result};
     }
     return result;
 }
@@ -52,7 +73,7 @@ Expected<std::shared_ptr<const RenderMesh>> tessellationOf(session::NodeId shape
 } // namespace
 
 Expected<std::shared_ptr<const RenderMesh>> renderMeshOf(const MDagPath& path,
-                                                         std::string_view uvSetName)
+                                                         std::string_view uvSetName, bool isCage)
 {
     const session::DagPath* held = Inside::pathOf(path);
     if (held == nullptr) {
@@ -68,7 +89,7 @@ Expected<std::shared_ptr<const RenderMesh>> renderMeshOf(const MDagPath& path,
     if (mesh == nullptr || mesh->topology->faceCount() == 0) {
         return Error{ErrorCode::Failure, "a mesh without faces", {}};
     }
-    return extract(mesh, uvSetName);
+    return extract(held->end(), mesh, uvSetName, isCage);
 }
 
 } // namespace host::api

@@ -11,11 +11,12 @@
 
 namespace host::api {
 
-/// The evaluated mesh at the end of a path, cut and split, or the tessellation of a surface, whose
-/// texture coordinates are its own whatever the set's name. The last result of a mesh with face
-/// groups is kept, because its groups are asked for one by one. Fails (NotFound, InvalidParameter)
-/// without such a shape, and (Failure) for one without faces.
-Expected<std::shared_ptr<const geometry::RenderMesh>> renderMeshOf(const MDagPath& path,
-                                                                   std::string_view uvSetName);
+/// The evaluated mesh at the end of a path, cut and split, or what smooth-mesh preview shows of it
+/// (unless the cage itself is asked for) with the triangles by the faces of the mesh; or the
+/// tessellation of a surface, whose texture coordinates are its own whatever the set's name. The
+/// last result of a mesh with face groups is kept, because its groups are asked for one by one.
+/// Fails (NotFound, InvalidParameter) without such a shape, and (Failure) for one without faces.
+Expected<std::shared_ptr<const geometry::RenderMesh>>
+renderMeshOf(const MDagPath& path, std::string_view uvSetName, bool isCage);
 
 } // namespace host::api

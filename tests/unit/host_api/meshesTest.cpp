@@ -229,7 +229,8 @@ TEST(MItMeshPolygon, RefusesWhatIsNoMeshOrNoFaceComponent)
 
 /// What an extractor delivers of a component.
 struct Extracted {
-    explicit Extracted(const MDagPath& path, MObject component = MObject())
+    explicit Extracted(const MDagPath& path, MObject component = MObject(),
+                       MPolyGeomOptions options = kPolyGeom_Normal)
     {
         const MVertexBufferDescriptor position("", MGeometry::kPosition, MGeometry::kFloat, 3);
         const MVertexBufferDescriptor normal("", MGeometry::kNormal, MGeometry::kFloat, 3);
@@ -242,7 +243,7 @@ struct Extracted {
         requirements.addVertexRequirement(normal);
         requirements.addVertexRequirement(uv);
         requirements.addIndexingRequirement(index);
-        const MGeometryExtractor extractor(requirements, path, kPolyGeom_Normal, &status);
+        const MGeometryExtractor extractor(requirements, path, options, &status);
         vertexCount = extractor.vertexCount();
         primitiveCount = extractor.primitiveCount(index);
         positions.resize(3 * vertexCount);
@@ -320,6 +321,34 @@ TEST(MGeometryExtractor, RestrictsIndicesAndNeverVerticesToAComponent)
     EXPECT_EQ(second.vertexCount, 6u);
     EXPECT_EQ(first.indices, (Indices{0, 1, 3, 1, 2, 3}));
     EXPECT_EQ(second.indices, (Indices{1, 4, 2, 4, 5, 2}));
+}
+
+TEST(MGeometryExtractor, DeliversWhatSmoothMeshPreviewShows)
+{
+    const OpenedScene scene(twoGroups() + "select -ne pairShape;\n"
+                                          "\tsetAttr \".dsm\" 2;\n\tsetAttr \".lev\" 1;\n");
+    const MDagPath path = pathNamed("|pair|pairShape");
+    EXPECT_EQ(MFnMesh(path).numPolygons(), 2) << "the shape's own mesh";
+    MObjectArray sets;
+    MObjectArray components;
+    ASSERT_TRUE(MFnMesh(path).getConnectedSetsAndMembers(0, sets, components, true));
+    ASSERT_EQ(components.length(), 2u);
+    // Six corners, seven edges and two faces give fifteen points, eight faces sixteen triangles.
+    const Extracted whole(path);
+    EXPECT_EQ(whole.vertexCount, 15u);
+    EXPECT_EQ(whole.primitiveCount, 16u);
+    for (const unsigned int side : {0u, 1u}) {
+        const Extracted half(path, components[side]);
+        EXPECT_EQ(half.vertexCount, 15u);
+        ASSERT_EQ(half.primitiveCount, 8u);
+        for (const std::uint32_t index : half.indices) {
+            const float x = half.positions[3 * index];
+            EXPECT_TRUE(side == 0 ? x <= 1 : x >= 1) << x;
+        }
+    }
+    const Extracted cage(path, MObject(), kPolyGeom_BaseMesh);
+    EXPECT_EQ(cage.vertexCount, 6u);
+    EXPECT_EQ(cage.primitiveCount, 4u);
 }
 
 TEST(MGeometryExtractor, TakesACompleteComponentAsEveryFace)

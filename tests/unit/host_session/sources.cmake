@@ -12,6 +12,7 @@ set(SOURCES
     plugTest.cpp
     reportTest.cpp
     setTest.cpp
+    smoothPreviewTest.cpp
     tessellationTest.cpp
     unknownTest.cpp
 )

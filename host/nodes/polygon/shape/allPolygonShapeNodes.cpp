@@ -7,9 +7,10 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 8> kNodes{
+constinit const std::array<const NodeCompute*, 11> kNodes{
     &kPolyAverageVertex, &kPolyMoveEdge,        &kPolyMoveFace, &kPolyMoveVertex,
-    &kPolyNormal,        &kPolyNormalPerVertex, &kPolySoftEdge, &kPolyTweak,
+    &kPolyNormal,        &kPolyNormalPerVertex, &kPolySmooth,   &kPolySmoothFace,
+    &kPolySmoothProxy,   &kPolySoftEdge,        &kPolyTweak,
 };
 
 } // namespace

@@ -11,6 +11,9 @@ extern const NodeCompute kPolyMoveFace;
 extern const NodeCompute kPolyMoveVertex;
 extern const NodeCompute kPolyNormal;
 extern const NodeCompute kPolyNormalPerVertex;
+extern const NodeCompute kPolySmooth;
+extern const NodeCompute kPolySmoothFace;
+extern const NodeCompute kPolySmoothProxy;
 extern const NodeCompute kPolySoftEdge;
 extern const NodeCompute kPolyTweak;
 

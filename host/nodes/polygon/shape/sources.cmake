@@ -4,6 +4,7 @@ list(APPEND SOURCES
     polygon/shape/polyMoveComponents.cpp
     polygon/shape/polyNormal.cpp
     polygon/shape/polyNormalPerVertex.cpp
+    polygon/shape/polySmoothFace.cpp
     polygon/shape/polySoftEdge.cpp
     polygon/shape/polyTweak.cpp
 )

@@ -179,5 +179,77 @@ TEST(PolyAverageVertex, MovesTheNamedVertices)
     EXPECT_NEAR((*output(context)->points)[3].x, 0.5 * (0.8 + 0.2 / 3), 1e-6);
 }
 
+/// A square of one face in the plane z = 0 with corners at 0 and 1.
+Value square()
+{
+    return Value::of(
+        geometry::test::meshOf({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}, {{{0, 1, 2, 3}}}));
+}
+
+TEST(PolySmoothFace, SmoothsAllFacesAsOneAndSomeOneByOne)
+{
+    ToyContext whole = operation(kPolySmoothFace, {"f[*]"});
+    EXPECT_EQ(output(whole)->topology->vertexCount, 26U);
+    EXPECT_NEAR((*output(whole)->points)[3].x, 5.0 / 18, 1e-6); // see the kernel's test
+    whole.set("divisions", 2);
+    EXPECT_EQ(output(whole)->topology->vertexCount, 98U);
+    ToyContext top = operation(kPolySmoothFace, {"f[1]"});
+    EXPECT_EQ(output(top)->topology->vertexCount, 8U + 5U);
+    EXPECT_EQ(output(top)->topology->faceCount(), 6U + 3U);
+    EXPECT_EQ((*output(top)->points)[3], geometry::test::kCubePoints[3]);
+    EXPECT_EQ(top.timesUncomputed, 0U);
+}
+
+TEST(PolySmoothFace, BordersByTheMethodOfItsType)
+{
+    ToyContext context = operation(kPolySmoothFace, {"f[0]"});
+    context.values["inputPolymesh"] = square();
+    const auto corner = [&context] { return (*output(context)->points)[0].x; };
+    // A rounded corner has 3/4 of itself and 1/8 of its neighbours: here 1/8.
+    EXPECT_EQ(corner(), 0);
+    context.set("keepBorder", 0);
+    EXPECT_EQ(corner(), 0); // corners stay
+    context.set("boundaryRule", 2);
+    EXPECT_EQ(corner(), .125F);
+    context.set("subdivisionType", 2);
+    EXPECT_EQ(corner(), 0); // the other method has an attribute of its own
+    context.set("osdVertBoundary", 2);
+    EXPECT_EQ(corner(), .125F);
+    context.set("useOsdBoundaryMethods", 0);
+    context.set("keepBorder", 1);
+    EXPECT_EQ(corner(), 0);
+}
+
+TEST(PolySmoothFace, WhatIsNotCarriedOutPassesTheMesh)
+{
+    ToyContext linear = operation(kPolySmoothFace, {"f[*]"});
+    linear.set("method", 1);
+    EXPECT_EQ(output(linear)->topology->vertexCount, 8U);
+    EXPECT_EQ(linear.timesUncomputed, 1U);
+    ToyContext deep = operation(kPolySmoothFace, {"f[*]"});
+    deep.set("divisions", 30);
+    EXPECT_EQ(output(deep)->topology->vertexCount, 8U);
+    EXPECT_EQ(deep.timesUncomputed, 1U);
+    ToyContext none = operation(kPolySmoothFace, {"f[*]"});
+    none.set("divisions", 0);
+    EXPECT_EQ(output(none)->topology->vertexCount, 8U);
+    EXPECT_EQ(none.timesUncomputed, 0U);
+}
+
+TEST(PolySmoothProxy, SmoothsTheWholeMeshByItsOwnLevel)
+{
+    ToyContext context(kPolySmoothProxy);
+    context.values["inputPolymesh"] = Value(cube());
+    context.set("exponentialLevel", 2);
+    EXPECT_EQ(output(context)->topology->vertexCount, 98U);
+}
+
+TEST(PolySmooth, HasItsStepsAsSmoothness)
+{
+    ToyContext context = operation(kPolySmooth, {"f[*]"});
+    context.set("smoothness", 1);
+    EXPECT_EQ(output(context)->topology->vertexCount, 26U);
+}
+
 } // namespace
 } // namespace host::nodes

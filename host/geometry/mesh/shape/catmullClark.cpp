@@ -1,0 +1,436 @@
+#include "host/geometry/mesh/shape/catmullClark.h"
+
+#include "host/geometry/mesh/edit/MeshLinks.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace host::geometry {
+namespace {
+
+/// The share of an edge's faces in its point, usually; and of a face of three where those weigh
+/// more: the weight that OpenSubdiv documents for smooth triangles.
+constexpr double kFaceShare = 0.25;
+constexpr double kTriangleShare = 0.47;
+
+/// Ends of sharp edges at a vertex.
+struct SharpEnds {
+    std::uint32_t count = 0;
+    Vec3d sum;
+
+    void add(const Vec3d& end)
+    {
+        ++count;
+        sum = sum + end;
+    }
+};
+
+/// What a vertex gathers from its surroundings.
+struct VertexSums {
+    std::uint32_t faces = 0;
+    std::uint32_t edges = 0;
+    Vec3d faceSum;
+    Vec3d edgeSum;
+    SharpEnds now;    ///< of edges that are sharp at this step
+    SharpEnds next;   ///< of edges that are sharp at the next one as well
+    float fading = 0; ///< sharpness that ends with this step
+    std::uint32_t fadingCount = 0;
+    bool isPinned = false;
+};
+
+/// Sharpness and the points of its faces, edge by edge.
+struct EdgeSums {
+    std::uint32_t smoothedFaces = 0;
+    std::uint32_t otherFaces = 0;
+    Vec3d faceSum;
+    double faceShare = 0; ///< of each face, summed
+
+    bool isInside() const { return smoothedFaces == 2 && otherFaces == 0; }
+};
+
+class Step {
+public:
+    Step(const SubdivisionLevel& level, std::span<const Vec3d> points,
+         std::span<const std::uint8_t> isSmoothed, const SmoothingRules& rules)
+        : m_level(level)
+        , m_points(points)
+        , m_isSmoothed(isSmoothed)
+        , m_rules(rules)
+        , m_edges(level.edges.size())
+        , m_vertices(level.vertexCount)
+    {
+        m_result.faces.resize(level.faceCount());
+        m_result.edges.resize(level.edges.size());
+        m_result.vertices.assign(points.begin(), points.end());
+    }
+
+    SubdividedPoints run()
+    {
+        for (std::uint32_t face = 0; face < m_level.faceCount(); ++face) {
+            gatherFace(face);
+        }
+        for (std::uint32_t edge = 0; edge < m_edges.size(); ++edge) {
+            gatherEdge(edge);
+        }
+        for (std::uint32_t edge = 0; edge < m_edges.size(); ++edge) {
+            m_result.edges[edge] = edgePoint(edge);
+        }
+        for (std::uint32_t vertex = 0; vertex < m_vertices.size(); ++vertex) {
+            m_result.vertices[vertex] = blended(m_points[vertex], vertexPoint(vertex));
+        }
+        return std::move(m_result);
+    }
+
+private:
+    Vec3d blended(const Vec3d& linear, const Vec3d& smooth) const
+    {
+        return m_rules.continuity == 1 ? smooth : linear + (smooth - linear) * m_rules.continuity;
+    }
+
+    void gatherFace(std::uint32_t face)
+    {
+        const std::uint32_t first = m_level.faceStart[face];
+        const std::uint32_t end = m_level.faceStart[face + 1];
+        const bool isSmoothed = m_isSmoothed.empty() || m_isSmoothed[face] != 0;
+        if (first == end) {
+            return;
+        }
+        Vec3d sum;
+        for (std::uint32_t corner = first; corner < end; ++corner) {
+            sum = sum + m_points[m_level.cornerVertex(corner)];
+        }
+        const Vec3d middle = sum * (1.0 / (end - first));
+        m_result.faces[face] = middle;
+        const bool isHeavy = m_rules.hasSmoothTriangles && end - first == 3;
+        for (std::uint32_t corner = first; corner < end; ++corner) {
+            EdgeSums& edge = m_edges[edgeOf(m_level.corners[corner])];
+            if (!isSmoothed) {
+                ++edge.otherFaces;
+                continue;
+            }
+            ++edge.smoothedFaces;
+            edge.faceSum = edge.faceSum + middle;
+            edge.faceShare += isHeavy ? kTriangleShare : kFaceShare;
+            VertexSums& vertex = m_vertices[m_level.cornerVertex(corner)];
+            ++vertex.faces;
+            vertex.faceSum = vertex.faceSum + middle;
+        }
+    }
+
+    float sharpness(std::uint32_t edge) const
+    {
+        if (!m_edges[edge].isInside()) {
+            return kInfinitelySharp;
+        }
+        return m_level.edgeSharpness.empty() ? 0 : m_level.edgeSharpness[edge];
+    }
+
+    void gatherEdge(std::uint32_t edge)
+    {
+        const EdgeSums& sums = m_edges[edge];
+        if (sums.smoothedFaces == 0) {
+            return;
+        }
+        const MeshEdge& ends = m_level.edges[edge];
+        addEnd(edge, ends.start, ends.end);
+        addEnd(edge, ends.end, ends.start);
+        const bool isBorder = sums.smoothedFaces + sums.otherFaces == 1;
+        const bool isSelectionBorder = sums.otherFaces > 0;
+        const bool isPinned = (isBorder && m_rules.border == BorderRule::Fixed) ||
+                              (isSelectionBorder && m_rules.isSelectionBorderFixed) ||
+                              (!m_level.isPinned.empty() && m_level.isPinned[edge] != 0);
+        if (isPinned) {
+            m_vertices[ends.start].isPinned = true;
+            m_vertices[ends.end].isPinned = true;
+        }
+    }
+
+    void addEnd(std::uint32_t edge, std::uint32_t vertex, std::uint32_t other)
+    {
+        VertexSums& sums = m_vertices[vertex];
+        const Vec3d& end = m_points[other];
+        ++sums.edges;
+        sums.edgeSum = sums.edgeSum + end;
+        const float sharp = sharpness(edge);
+        if (sharp > 0) {
+            sums.now.add(end);
+        }
+        if (sharp > 1) {
+            sums.next.add(end);
+        } else if (sharp > 0) {
+            sums.fading += sharp;
+            ++sums.fadingCount;
+        }
+    }
+
+    Vec3d edgePoint(std::uint32_t edge) const
+    {
+        const MeshEdge& ends = m_level.edges[edge];
+        const EdgeSums& sums = m_edges[edge];
+        const Vec3d pair = m_points[ends.start] + m_points[ends.end];
+        const Vec3d middle = pair * 0.5;
+        const float sharp = sharpness(edge);
+        const bool isPinned = !m_level.isPinned.empty() && m_level.isPinned[edge] != 0;
+        if (sharp >= 1 || isPinned) {
+            return middle;
+        }
+        const double share = sums.faceShare / 2;
+        const Vec3d smooth = sums.faceSum * share + pair * (0.5 - share);
+        return blended(middle, sharp > 0 ? smooth + (middle - smooth) * sharp : smooth);
+    }
+
+    /// The point by the sharp edges that there are.
+    Vec3d ruled(std::uint32_t vertex, const SharpEnds& sharp, bool isSharp) const
+    {
+        const VertexSums& sums = m_vertices[vertex];
+        const Vec3d& point = m_points[vertex];
+        if (isSharp || sharp.count > 2) {
+            return point;
+        }
+        if (sharp.count == 2) {
+            const bool isCorner = sums.faces == 1 && m_rules.border == BorderRule::EdgesAndCorners;
+            return isCorner ? point : point * 0.75 + sharp.sum * 0.125;
+        }
+        const double n = sums.faces;
+        return point * ((n - 2) / n) + (sums.edgeSum + sums.faceSum) * (1 / (n * n));
+    }
+
+    Vec3d vertexPoint(std::uint32_t vertex) const
+    {
+        const VertexSums& sums = m_vertices[vertex];
+        const Vec3d& point = m_points[vertex];
+        if (sums.faces == 0 || sums.isPinned) {
+            return point;
+        }
+        const float sharp = m_level.vertexSharpness.empty() ? 0 : m_level.vertexSharpness[vertex];
+        const Vec3d now = ruled(vertex, sums.now, sharp > 0);
+        const bool isVertexFading = sharp > 0 && sharp <= 1;
+        if (sums.fadingCount == 0 && !isVertexFading) {
+            return now;
+        }
+        const Vec3d next = ruled(vertex, sums.next, sharp > 1);
+        const double total = sums.fading + (isVertexFading ? sharp : 0);
+        const double share = total / (sums.fadingCount + (isVertexFading ? 1 : 0));
+        return next + (now - next) * share;
+    }
+
+    const SubdivisionLevel& m_level;
+    std::span<const Vec3d> m_points;
+    std::span<const std::uint8_t> m_isSmoothed;
+    const SmoothingRules& m_rules;
+    std::vector<EdgeSums> m_edges;
+    std::vector<VertexSums> m_vertices;
+    SubdividedPoints m_result;
+};
+
+/// An edge with more faces has a side of texture coordinates for each.
+constexpr std::size_t kMostSharing = 16;
+
+NumberLists cornersByEdge(const SubdivisionLevel& level)
+{
+    std::vector<std::uint32_t> owners;
+    owners.reserve(level.corners.size());
+    for (const std::int32_t reference : level.corners) {
+        owners.push_back(edgeOf(reference));
+    }
+    return {owners, static_cast<std::uint32_t>(level.edges.size())};
+}
+
+Vec3d flat(const Vec2f& point)
+{
+    return {point.x, point.y, 0};
+}
+
+Vec2f uvOf(const Vec3d& point)
+{
+    return {static_cast<float>(point.x), static_cast<float>(point.y)};
+}
+
+/// Texture coordinates follow the rules of points in a mesh that is cut open along its seams.
+class UvStep {
+public:
+    UvStep(const SubdivisionLevel& level, std::span<const Vec2f> points,
+           std::span<const std::int32_t> ids, std::span<const std::uint8_t> isSmoothed, UvRule rule)
+        : m_level(level)
+        , m_points(points)
+        , m_ids(ids)
+        , m_isSmoothed(isSmoothed)
+        , m_rule(rule)
+        , m_next(level.corners.size())
+        , m_faceOf(level.corners.size())
+        , m_sums(points.size())
+    {
+        m_result.points.assign(points.begin(), points.end());
+        m_result.side.resize(level.corners.size());
+        m_result.sides.resize(level.corners.size());
+        m_result.faces.resize(level.faceCount());
+        m_middles.resize(level.faceCount());
+    }
+
+    SubdividedUvs run()
+    {
+        for (std::uint32_t face = 0; face < m_level.faceCount(); ++face) {
+            takeFace(face);
+        }
+        const NumberLists cornersOf = cornersByEdge(m_level);
+        for (std::uint32_t edge = 0; edge < m_level.edges.size(); ++edge) {
+            takeEdge(cornersOf.of(edge));
+        }
+        if (m_rule != UvRule::Linear) {
+            movePoints();
+        }
+        return std::move(m_result);
+    }
+
+private:
+    struct Sums {
+        std::uint32_t faces = 0;
+        std::uint32_t borders = 0;
+        Vec3d faceSum;
+        Vec3d edgeSum;
+        Vec3d borderSum;
+        bool isPinned = false;
+    };
+
+    Vec3d uv(std::int32_t id) const { return flat(m_points[static_cast<std::size_t>(id)]); }
+    Sums& sums(std::int32_t id) { return m_sums[static_cast<std::size_t>(id)]; }
+    bool isSmoothed(std::uint32_t face) const
+    {
+        return m_isSmoothed.empty() || m_isSmoothed[face] != 0;
+    }
+
+    void takeFace(std::uint32_t face)
+    {
+        const std::uint32_t first = m_level.faceStart[face];
+        const std::uint32_t end = m_level.faceStart[face + 1];
+        const bool hasAll = hasAllUvs(m_level, face, m_ids);
+        Vec3d sum;
+        for (std::uint32_t corner = first; corner < end; ++corner) {
+            m_next[corner] = corner + 1 < end ? corner + 1 : first;
+            m_faceOf[corner] = face;
+            sum = hasAll ? sum + uv(m_ids[corner]) : sum;
+        }
+        if (!hasAll) {
+            return;
+        }
+        m_middles[face] = sum * (1.0 / (end - first));
+        m_result.faces[face] = uvOf(m_middles[face]);
+        for (std::uint32_t corner = first; corner < end && isSmoothed(face); ++corner) {
+            Sums& at = sums(m_ids[corner]);
+            ++at.faces;
+            at.faceSum = at.faceSum + m_middles[face];
+        }
+    }
+
+    /// The ids at the edge's start and end as the face of a corner has them.
+    std::pair<std::int32_t, std::int32_t> idsAlong(std::uint32_t corner) const
+    {
+        const std::int32_t here = m_ids[corner];
+        const std::int32_t there = m_ids[m_next[corner]];
+        return m_level.corners[corner] >= 0 ? std::pair(here, there) : std::pair(there, here);
+    }
+
+    void takeEdge(std::span<const std::uint32_t> corners)
+    {
+        m_members.clear();
+        for (std::size_t i = 0; i < corners.size(); ++i) {
+            const std::uint32_t corner = corners[i];
+            // Where very many faces meet, each has a side of its own.
+            const auto known = corners.first(corners.size() > kMostSharing ? 0 : i);
+            const auto same = std::find_if(known.begin(), known.end(), [&](std::uint32_t other) {
+                return idsAlong(other) == idsAlong(corner);
+            });
+            m_result.side[corner] = same == known.end() ? corner : *same;
+        }
+        for (const std::uint32_t corner : corners) {
+            const auto [start, end] = idsAlong(corner);
+            if (m_result.side[corner] == corner && start >= 0 && end >= 0) {
+                takeSide(corner, corners, start, end);
+            }
+        }
+    }
+
+    void takeSide(std::uint32_t first, std::span<const std::uint32_t> corners, std::int32_t start,
+                  std::int32_t end)
+    {
+        m_members.assign(1, first);
+        if (corners.size() <= kMostSharing) {
+            std::copy_if(corners.begin(), corners.end(), std::back_inserter(m_members),
+                         [&](std::uint32_t corner) {
+                             return corner != first && m_result.side[corner] == first;
+                         });
+        }
+        std::size_t smoothed = 0;
+        Vec3d middles;
+        for (const std::uint32_t corner : m_members) {
+            smoothed += isSmoothed(m_faceOf[corner]) ? 1 : 0;
+            middles = middles + m_middles[m_faceOf[corner]];
+        }
+        const Vec3d pair = uv(start) + uv(end);
+        const bool isInside = m_members.size() == 2 && smoothed == 2 && corners.size() == 2;
+        const bool isSmooth = isInside && m_rule != UvRule::Linear;
+        m_result.sides[first] = uvOf(isSmooth ? (pair + middles) * 0.25 : pair * 0.5);
+        for (const auto& [id, other] : {std::pair(start, end), std::pair(end, start)}) {
+            Sums& at = sums(id);
+            at.isPinned = at.isPinned || (smoothed != m_members.size() && smoothed > 0);
+            at.edgeSum = at.edgeSum + uv(other);
+            if (!isInside) {
+                ++at.borders;
+                at.borderSum = at.borderSum + uv(other);
+            }
+        }
+    }
+
+    void movePoints()
+    {
+        for (std::size_t id = 0; id < m_sums.size(); ++id) {
+            const Sums& at = m_sums[id];
+            const Vec3d point = flat(m_points[id]);
+            const double n = at.faces;
+            if (at.faces > 0 && at.borders == 0) {
+                m_result.points[id] =
+                    uvOf(point * ((n - 2) / n) + (at.edgeSum + at.faceSum) * (1 / (n * n)));
+            } else if (at.borders == 2 && m_rule == UvRule::Edges && !at.isPinned) {
+                m_result.points[id] = uvOf(point * 0.75 + at.borderSum * 0.125);
+            }
+        }
+    }
+
+    const SubdivisionLevel& m_level;
+    std::span<const Vec2f> m_points;
+    std::span<const std::int32_t> m_ids;
+    std::span<const std::uint8_t> m_isSmoothed;
+    UvRule m_rule;
+    std::vector<std::uint32_t> m_next;
+    std::vector<std::uint32_t> m_faceOf;
+    std::vector<Vec3d> m_middles;
+    std::vector<Sums> m_sums;
+    std::vector<std::uint32_t> m_members; ///< the corners of one side
+    SubdividedUvs m_result;
+};
+
+} // namespace
+
+SubdividedPoints catmullClark(const SubdivisionLevel& level, std::span<const Vec3d> points,
+                              std::span<const std::uint8_t> isSmoothed, const SmoothingRules& rules)
+{
+    return Step(level, points, isSmoothed, rules).run();
+}
+
+SubdividedUvs subdividedUvs(const SubdivisionLevel& level, std::span<const Vec2f> points,
+                            std::span<const std::int32_t> ids,
+                            std::span<const std::uint8_t> isSmoothed, UvRule rule)
+{
+    return UvStep(level, points, ids, isSmoothed, rule).run();
+}
+
+bool hasAllUvs(const SubdivisionLevel& level, std::uint32_t face, std::span<const std::int32_t> ids)
+{
+    const std::uint32_t first = level.faceStart[face];
+    const std::uint32_t end = level.faceStart[face + 1];
+    return first < end && std::all_of(ids.begin() + first, ids.begin() + end,
+                                      [](std::int32_t id) { return id >= 0; });
+}
+
+} // namespace host::geometry
