@@ -5,6 +5,8 @@ list(APPEND SOURCES
     mesh/edit/MeshLinks.cpp
     mesh/edit/MeshRewriter.cpp
     mesh/edit/appendFace.cpp
+    mesh/edit/bevelArc.cpp
+    mesh/edit/bevelEdges.cpp
     mesh/edit/chipOffFaces.cpp
     mesh/edit/closeBorders.cpp
     mesh/edit/clusterVertices.cpp
@@ -18,6 +20,7 @@ list(APPEND SOURCES
     mesh/edit/extrudeFaces.cpp
     mesh/edit/extrudeVertices.cpp
     mesh/edit/faceFrame.cpp
+    mesh/edit/flipEdges.cpp
     mesh/edit/insertVertices.cpp
     mesh/edit/insetLoop.cpp
     mesh/edit/joinEdges.cpp
@@ -30,4 +33,5 @@ list(APPEND SOURCES
     mesh/edit/subdivideFaces.cpp
     mesh/edit/triangulateFaces.cpp
     mesh/edit/uniteMeshes.cpp
+    mesh/edit/vertexFan.cpp
 )
