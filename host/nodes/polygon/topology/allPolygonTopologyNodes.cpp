@@ -7,14 +7,15 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 27> kNodes{
-    &kDeleteComponent, &kPolyAppend,        &kPolyAppendVertex, &kPolyChipOff,
-    &kPolyCloseBorder, &kPolyCollapseEdge,  &kPolyCollapseF,    &kPolyCut,
-    &kPolyDelEdge,     &kPolyDelFacet,      &kPolyDelVertex,    &kPolyExtrudeEdge,
-    &kPolyExtrudeFace, &kPolyExtrudeVertex, &kPolyMergeEdge,    &kPolyMergeVert,
-    &kPolyMirror,      &kPolyPoke,          &kPolyQuad,         &kPolySeparate,
-    &kPolySewEdge,     &kPolySplit,         &kPolySplitRing,    &kPolySubdEdge,
-    &kPolySubdFace,    &kPolyTriangulate,   &kPolyUnite,
+constinit const std::array<const NodeCompute*, 30> kNodes{
+    &kDeleteComponent, &kPolyAppend,      &kPolyAppendVertex, &kPolyBoolOp,
+    &kPolyCBoolOp,     &kPolyChipOff,     &kPolyCloseBorder,  &kPolyCollapseEdge,
+    &kPolyCollapseF,   &kPolyCut,         &kPolyDelEdge,      &kPolyDelFacet,
+    &kPolyDelVertex,   &kPolyExtrudeEdge, &kPolyExtrudeFace,  &kPolyExtrudeVertex,
+    &kPolyFlipEdge,    &kPolyMergeEdge,   &kPolyMergeVert,    &kPolyMirror,
+    &kPolyPoke,        &kPolyQuad,        &kPolySeparate,     &kPolySewEdge,
+    &kPolySplit,       &kPolySplitRing,   &kPolySubdEdge,     &kPolySubdFace,
+    &kPolyTriangulate, &kPolyUnite,
 };
 
 } // namespace

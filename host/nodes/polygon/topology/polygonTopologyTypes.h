@@ -8,6 +8,8 @@ namespace host::nodes {
 extern const NodeCompute kDeleteComponent;
 extern const NodeCompute kPolyAppend;
 extern const NodeCompute kPolyAppendVertex;
+extern const NodeCompute kPolyBoolOp;
+extern const NodeCompute kPolyCBoolOp;
 extern const NodeCompute kPolyChipOff;
 extern const NodeCompute kPolyCloseBorder;
 extern const NodeCompute kPolyCollapseEdge;
@@ -19,6 +21,7 @@ extern const NodeCompute kPolyDelVertex;
 extern const NodeCompute kPolyExtrudeEdge;
 extern const NodeCompute kPolyExtrudeFace;
 extern const NodeCompute kPolyExtrudeVertex;
+extern const NodeCompute kPolyFlipEdge;
 extern const NodeCompute kPolyMergeEdge;
 extern const NodeCompute kPolyMergeVert;
 extern const NodeCompute kPolyMirror;

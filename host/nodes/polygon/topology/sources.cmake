@@ -2,6 +2,7 @@ list(APPEND SOURCES
     polygon/topology/allPolygonTopologyNodes.cpp
     polygon/topology/deleteComponent.cpp
     polygon/topology/polyAppend.cpp
+    polygon/topology/polyBoolean.cpp
     polygon/topology/polyBorders.cpp
     polygon/topology/polyChipOff.cpp
     polygon/topology/polyCollapse.cpp
@@ -10,6 +11,7 @@ list(APPEND SOURCES
     polygon/topology/polyExtrudeEdge.cpp
     polygon/topology/polyExtrudeFace.cpp
     polygon/topology/polyExtrudeVertex.cpp
+    polygon/topology/polyFlipEdge.cpp
     polygon/topology/polyMergeVert.cpp
     polygon/topology/polyMirror.cpp
     polygon/topology/polyPoke.cpp
