@@ -8,14 +8,15 @@ namespace host::nodes {
 namespace {
 
 constexpr auto kInputs = solidInputs("radius", "height", "subdivisionsAxis", "subdivisionsHeight",
-                                     "subdivisionsCaps", "roundCap");
+                                     "subdivisionsCaps", "roundCap", "maya2022UVs");
 enum Position : std::size_t {
     kRadius = kFirstSolidInput,
     kHeight,
     kAxisCells,
     kHeightCells,
     kCapCells,
-    kRoundCap
+    kRoundCap,
+    kFormerUvs
 };
 
 Expected<Value> compute(ComputeContext& context)
@@ -29,7 +30,7 @@ Expected<Value> compute(ComputeContext& context)
     cylinder.capCells = reader.cells(kCapCells, 0, 0);
     cylinder.hasRoundCaps = cylinder.capCells > 0 && reader.flag(kRoundCap, false);
     cylinder.hasUvs = reader.uvs(2) != 0;
-    cylinder.hasFormerUvs = true;
+    cylinder.hasFormerUvs = reader.flag(kFormerUvs, true);
     return reader.result(cylinder, geometry::makeCylinder);
 }
 

@@ -12,7 +12,7 @@ namespace {
 
 constexpr auto kInputs =
     solidInputs("coils", "height", "width", "radius", "direction", "subdivisionsAxis",
-                "subdivisionsCoil", "subdivisionsCaps", "roundCap");
+                "subdivisionsCoil", "subdivisionsCaps", "roundCap", "maya2022UVs");
 enum Position : std::size_t {
     kCoils = kFirstSolidInput,
     kHeight,
@@ -22,7 +22,8 @@ enum Position : std::size_t {
     kAxisCells,
     kCoilCells,
     kCapCells,
-    kRoundCap
+    kRoundCap,
+    kFormerUvs
 };
 
 constexpr double kMostCoils = 10000;
@@ -43,7 +44,7 @@ Expected<Value> compute(ComputeContext& context)
     helix.capCells = reader.cells(kCapCells, 0, 0);
     helix.hasRoundCaps = helix.capCells > 0 && reader.flag(kRoundCap, false);
     helix.hasUvs = reader.uvs(2) != 0;
-    helix.hasFormerUvs = true;
+    helix.hasFormerUvs = reader.flag(kFormerUvs, true);
     context.noteUncomputed(); // where the wire begins is not known
     return reader.result(helix, geometry::makeHelix);
 }

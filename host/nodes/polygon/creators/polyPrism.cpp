@@ -18,14 +18,15 @@ double outerRadius(double sideLength, std::uint32_t sides)
 }
 
 // "numderOfSides" is the attribute's name in Maya.
-constexpr auto kPrismInputs =
-    solidInputs("length", "sideLength", "numderOfSides", "subdivisionsHeight", "subdivisionsCaps");
+constexpr auto kPrismInputs = solidInputs("length", "sideLength", "numderOfSides",
+                                          "subdivisionsHeight", "subdivisionsCaps", "maya2022UVs");
 enum PrismPosition : std::size_t {
     kLength = kFirstSolidInput,
     kPrismSide,
     kPrismSides,
     kPrismHeightCells,
-    kPrismCapCells
+    kPrismCapCells,
+    kPrismFormerUvs
 };
 
 Expected<Value> computePrism(ComputeContext& context)
@@ -40,7 +41,7 @@ Expected<Value> computePrism(ComputeContext& context)
     prism.capCells = reader.cells(kPrismCapCells, 0, 0);
     prism.hasHardSides = true;
     prism.hasUvs = reader.uvs(2) != 0;
-    prism.hasFormerUvs = true;
+    prism.hasFormerUvs = reader.flag(kPrismFormerUvs, true);
     return reader.result(prism, geometry::makeCylinder);
 }
 

@@ -122,6 +122,26 @@ TEST(PolygonCreators, PyramidsHaveEdgesOfOneLength)
     }
 }
 
+// Up to Maya 2022 the sides of a cylinder reached a little higher in the layout.
+TEST(PolygonCreators, CylindersHaveTheFormerLayoutUnlessToldOtherwise)
+{
+    for (const std::string_view type : {"polyCylinder", "polyPrism", "polyHelix"}) {
+        ToyContext context(rowOf(type));
+        context.set("createUVs", 3);
+        const auto highest = [&] {
+            const auto mesh = made(context);
+            const auto& corners = *mesh->uvSets[0].corners;
+            // the third corner of the last face of the sides, which are followed by two caps
+            const std::uint32_t last = mesh->topology->faceCount() - 3;
+            const auto corner = mesh->topology->firstCorner(last) + 2;
+            return (*mesh->uvSets[0].points)[static_cast<std::size_t>(corners[corner])].y;
+        };
+        EXPECT_FLOAT_EQ(highest(), 0.68843985F) << type;
+        context.set("maya2022UVs", 0);
+        EXPECT_FLOAT_EQ(highest(), 0.6875F) << type;
+    }
+}
+
 TEST(PolygonCreators, PrismsAreGivenByTheirSide)
 {
     ToyContext context(rowOf("polyPrism"));
