@@ -7,10 +7,12 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 11> kNodes{
-    &kBlendColorSets, &kCopyColorSet, &kCreateColorSet,     &kDeleteColorSet,
-    &kPolyColorDel,   &kPolyColorMod, &kPolyColorPerVertex, &kPolyCylProj,
-    &kPolyPlanarProj, &kPolySphProj,  &kPolyTweakUV,
+constinit const std::array<const NodeCompute*, 23> kNodes{
+    &kBlendColorSets, &kCopyColorSet, &kCopyUVSet,    &kCreateColorSet,  &kCreateUVSet,
+    &kDeleteColorSet, &kDeleteUVSet,  &kPolyColorDel, &kPolyColorMod,    &kPolyColorPerVertex,
+    &kPolyCopyUV,     &kPolyCrease,   &kPolyCylProj,  &kPolyFlipUV,      &kPolyMapCut,
+    &kPolyMapDel,     &kPolyMapSew,   &kPolyMoveUV,   &kPolyNormalizeUV, &kPolyPlanarProj,
+    &kPolySphProj,    &kPolyTransfer, &kPolyTweakUV,
 };
 
 } // namespace

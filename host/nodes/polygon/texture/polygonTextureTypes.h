@@ -7,14 +7,26 @@ namespace host::nodes {
 
 extern const NodeCompute kBlendColorSets;
 extern const NodeCompute kCopyColorSet;
+extern const NodeCompute kCopyUVSet;
 extern const NodeCompute kCreateColorSet;
+extern const NodeCompute kCreateUVSet;
 extern const NodeCompute kDeleteColorSet;
+extern const NodeCompute kDeleteUVSet;
 extern const NodeCompute kPolyColorDel;
 extern const NodeCompute kPolyColorMod;
 extern const NodeCompute kPolyColorPerVertex;
+extern const NodeCompute kPolyCopyUV;
+extern const NodeCompute kPolyCrease;
 extern const NodeCompute kPolyCylProj;
+extern const NodeCompute kPolyFlipUV;
+extern const NodeCompute kPolyMapCut;
+extern const NodeCompute kPolyMapDel;
+extern const NodeCompute kPolyMapSew;
+extern const NodeCompute kPolyMoveUV;
+extern const NodeCompute kPolyNormalizeUV;
 extern const NodeCompute kPolyPlanarProj;
 extern const NodeCompute kPolySphProj;
+extern const NodeCompute kPolyTransfer;
 extern const NodeCompute kPolyTweakUV;
 
 } // namespace host::nodes

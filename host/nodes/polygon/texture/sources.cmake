@@ -1,6 +1,10 @@
 list(APPEND SOURCES
     polygon/texture/allPolygonTextureNodes.cpp
     polygon/texture/colorNodes.cpp
+    polygon/texture/polyCrease.cpp
     polygon/texture/polyTweakUV.cpp
+    polygon/texture/uvBorders.cpp
+    polygon/texture/uvMotions.cpp
     polygon/texture/uvProjections.cpp
+    polygon/texture/uvSetNodes.cpp
 )

@@ -7,7 +7,8 @@
 
 #include "host/types/NumericArray.h"
 
-#include <numbers>
+#include <set>
+#include <string_view>
 
 namespace host::nodes {
 namespace {
@@ -163,6 +164,159 @@ TEST(ColorNodes, LeaveTheMeshAsItIs)
         EXPECT_TRUE(isPassedOn(context, "outputGeometry", "inputGeometry")) << row->type;
         EXPECT_EQ(context.timesUncomputed, 0U);
     }
+}
+
+TEST(UvBorders, CutSewAndDelete)
+{
+    // The edge between the squares is the second that the loop of the first one walks.
+    ToyContext cut = operation(kPolyMapCut, {"e[1]"});
+    const auto apart = output(cut);
+    EXPECT_EQ(idsOf(*apart), (Ids{0, 1, 4, 3, 6, 2, 5, 7}));
+    EXPECT_EQ(cut.timesUncomputed, 0U);
+    cut.set("moveRatio", 0.1);
+    EXPECT_EQ(idsOf(*output(cut)), idsOf(*apart));
+    EXPECT_EQ(cut.timesUncomputed, 1U);
+    ToyContext sew = operation(kPolyMapSew, {"e[1]"});
+    sew.values["inputPolymesh"] = Value(apart);
+    EXPECT_EQ(idsOf(*output(sew)), idsOf(geometry::test::twoSquares()));
+    ToyContext remove = operation(kPolyMapDel, {"f[*]"});
+    EXPECT_EQ(idsOf(*output(remove)), Ids(8, -1));
+}
+
+TEST(UvBorders, PassOnWithNoteWhereComponentsAreMissing)
+{
+    for (const NodeCompute* row : {&kPolyMapCut, &kPolyMapSew, &kPolyMapDel}) {
+        ToyContext context = operation(*row, {"vtx[0]"});
+        EXPECT_TRUE(isPassedOn(context)) << row->type;
+        EXPECT_EQ(context.timesUncomputed, 1U) << row->type;
+        context.set("nodeState", 1);
+        EXPECT_TRUE(isPassedOn(context)) << row->type;
+        EXPECT_EQ(context.timesUncomputed, 1U) << row->type;
+    }
+}
+
+TEST(PolyMoveUV, TakesIdsOrTheFacesIds)
+{
+    for (const char* components : {"map[2]", "f[1]"}) {
+        ToyContext context = operation(kPolyMoveUV, {components});
+        context.set("pivotU", 1);
+        context.set("scaleU", 3);
+        context.set("translateV", 0.5);
+        const auto mesh = output(context);
+        expectUv(*mesh, 2, 4, 0.5);
+        expectUv(*mesh, 5, components[0] == 'f' ? 4 : 2, components[0] == 'f' ? 1.5 : 1);
+        expectUv(*mesh, 0, 0, 0);
+        EXPECT_EQ(context.timesUncomputed, 0U);
+    }
+    ToyContext missing = operation(kPolyMoveUV, {"map[6]"});
+    EXPECT_TRUE(isPassedOn(missing));
+    EXPECT_EQ(missing.timesUncomputed, 1U);
+}
+
+TEST(PolyFlipUV, AboutItsOwnMiddleTheSquareOrAPivot)
+{
+    ToyContext context = operation(kPolyFlipUV, {"f[1]"}); // u 1..2, v 0..1
+    expectUv(*output(context), 2, 1, 0);
+    context.set("local", 0);
+    expectUv(*output(context), 2, -1, 0);
+    context.set("usePivot", 1);
+    context.set("pivotU", 3);
+    expectUv(*output(context), 2, 4, 0);
+    context.set("flipType", 1);
+    context.set("pivotV", 2);
+    expectUv(*output(context), 2, 2, 4);
+}
+
+TEST(PolyNormalizeUV, FitsAllTogether)
+{
+    ToyContext context = operation(kPolyNormalizeUV, {"f[*]"});
+    expectUv(*output(context), 5, 1, 0.5);
+    context.set("preserveAspectRatio", 0);
+    expectUv(*output(context), 5, 1, 1);
+    EXPECT_EQ(context.timesUncomputed, 0U);
+    context.set("normalizeType", 0);
+    EXPECT_TRUE(isPassedOn(context));
+    EXPECT_EQ(context.timesUncomputed, 1U);
+}
+
+TEST(UvSetNodes, MakeCopyAndDeleteSets)
+{
+    ToyContext create(kCreateUVSet);
+    create.values["inputGeometry"] = Value::of(geometry::test::twoSquares());
+    EXPECT_TRUE(isPassedOn(create, "outputGeometry", "inputGeometry"));
+    create.values["uvSetName"] = text("light");
+    const auto made = create.compute("outputGeometry").data<MeshData>();
+    ASSERT_EQ(made->uvSets.size(), 2U);
+    EXPECT_EQ(made->uvSets[1].name, "light");
+    ToyContext copy(kCopyUVSet);
+    copy.values["inputGeometry"] = Value(made);
+    copy.values["uvSetName"] = text("map1");
+    copy.values["uvSetName2"] = text("light");
+    const auto copied = copy.compute("outputGeometry").data<MeshData>();
+    EXPECT_EQ(copied->uvSets[1].points, made->uvSets[0].points);
+    ToyContext remove(kDeleteUVSet);
+    remove.values["inputGeometry"] = Value(copied);
+    remove.values["uvSetName"] = text("gone");
+    EXPECT_TRUE(isPassedOn(remove, "outputGeometry", "inputGeometry"));
+    remove.values["uvSetName"] = text("map1");
+    EXPECT_EQ(remove.compute("outputGeometry").data<MeshData>()->uvSets.size(), 1U);
+}
+
+TEST(PolyCopyUV, CopiesAllOrSomeFaces)
+{
+    ToyContext context = operation(kPolyCopyUV, {"f[*]"});
+    context.values["uvSetName"] = text("light");
+    context.values["uvSetNameInput"] = text("map1");
+    const auto all = output(context);
+    ASSERT_EQ(all->uvSets.size(), 2U);
+    EXPECT_EQ(idsOf(*all, 1), idsOf(*all, 0));
+    context.values["inputComponents"] = Value::of(ComponentList{{"f[1]"}});
+    EXPECT_EQ(idsOf(*output(context), 1), (Ids{-1, -1, -1, -1, 0, 1, 2, 3}));
+    context.values["uvSetName"] = text("map1");
+    EXPECT_TRUE(isPassedOn(context));
+    EXPECT_EQ(context.timesUncomputed, 0U);
+}
+
+TEST(PolyTransfer, TakesFromAMeshOfTheSameFacesOnly)
+{
+    ToyContext context = operation(kPolyTransfer, {});
+    EXPECT_TRUE(isPassedOn(context));
+    EXPECT_EQ(context.timesUncomputed, 1U);
+    MeshData other = geometry::test::twoSquares();
+    other.uvSets[0].name = "theirs";
+    other.points = std::make_shared<const std::vector<Vec3f>>(6);
+    context.values["otherPoly"] = Value::of(other);
+    const auto taken = output(context);
+    EXPECT_EQ(taken->uvSets[0].name, "theirs");
+    EXPECT_NE(taken->points, other.points);
+    context.set("vertices", 1);
+    EXPECT_EQ(output(context)->points, other.points);
+    EXPECT_EQ(context.timesUncomputed, 1U);
+}
+
+TEST(PolyCrease, ElementsGoByTheNumbersOfEdges)
+{
+    ToyContext context = operation(kPolyCrease, {"e[2]"});
+    EXPECT_TRUE(isPassedOn(context));
+    NumericArray edges(NumberStorage::Float, 1);
+    edges.store<float>(1, std::vector<float>{-1, 2.5F});
+    NumericArray vertices(NumberStorage::Float, 1);
+    vertices.store<float>(4, std::vector<float>{3});
+    context.arrays["crease"] = &edges;
+    context.arrays["creaseVertex"] = &vertices;
+    const auto mesh = output(context);
+    EXPECT_EQ(mesh->creases->edges, (std::vector<std::uint32_t>{2}));
+    EXPECT_EQ(mesh->creases->edgeValues, (std::vector<float>{2.5F}));
+    EXPECT_EQ(mesh->creases->vertices, (std::vector<std::uint32_t>{4}));
+}
+
+TEST(TextureNodes, AreListedOnceEach)
+{
+    std::set<std::string_view> types;
+    for (const NodeCompute* row : allPolygonTextureNodes()) {
+        EXPECT_TRUE(types.insert(row->type).second) << row->type;
+    }
+    EXPECT_EQ(types.count("polyTweakUV"), 1U);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 list(APPEND SOURCES
     mesh/texture/moveUvsTest.cpp
     mesh/texture/projectUvsTest.cpp
+    mesh/texture/uvBordersTest.cpp
 )
