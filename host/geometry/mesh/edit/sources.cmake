@@ -7,6 +7,7 @@ list(APPEND SOURCES
     mesh/edit/appendFace.cpp
     mesh/edit/bevelArc.cpp
     mesh/edit/bevelEdges.cpp
+    mesh/edit/bridgeEdges.cpp
     mesh/edit/chipOffFaces.cpp
     mesh/edit/closeBorders.cpp
     mesh/edit/clusterVertices.cpp

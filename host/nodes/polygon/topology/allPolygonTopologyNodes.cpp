@@ -7,8 +7,9 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 30> kNodes{
-    &kDeleteComponent, &kPolyAppend,      &kPolyAppendVertex, &kPolyBoolOp,
+constinit const std::array<const NodeCompute*, 34> kNodes{
+    &kDeleteComponent, &kPolyAppend,      &kPolyAppendVertex, &kPolyBevel,
+    &kPolyBevel2,      &kPolyBevel3,      &kPolyBoolOp,       &kPolyBridgeEdge,
     &kPolyCBoolOp,     &kPolyChipOff,     &kPolyCloseBorder,  &kPolyCollapseEdge,
     &kPolyCollapseF,   &kPolyCut,         &kPolyDelEdge,      &kPolyDelFacet,
     &kPolyDelVertex,   &kPolyExtrudeEdge, &kPolyExtrudeFace,  &kPolyExtrudeVertex,

@@ -8,7 +8,11 @@ namespace host::nodes {
 extern const NodeCompute kDeleteComponent;
 extern const NodeCompute kPolyAppend;
 extern const NodeCompute kPolyAppendVertex;
+extern const NodeCompute kPolyBevel;
+extern const NodeCompute kPolyBevel2;
+extern const NodeCompute kPolyBevel3;
 extern const NodeCompute kPolyBoolOp;
+extern const NodeCompute kPolyBridgeEdge;
 extern const NodeCompute kPolyCBoolOp;
 extern const NodeCompute kPolyChipOff;
 extern const NodeCompute kPolyCloseBorder;

@@ -2,8 +2,10 @@ list(APPEND SOURCES
     polygon/topology/allPolygonTopologyNodes.cpp
     polygon/topology/deleteComponent.cpp
     polygon/topology/polyAppend.cpp
+    polygon/topology/polyBevel.cpp
     polygon/topology/polyBoolean.cpp
     polygon/topology/polyBorders.cpp
+    polygon/topology/polyBridgeEdge.cpp
     polygon/topology/polyChipOff.cpp
     polygon/topology/polyCollapse.cpp
     polygon/topology/polyCut.cpp
