@@ -19,7 +19,7 @@ cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz --target maya_importer ascii_fuzzer binary_fuzzer
 run tools/lint.sh --no-tidy
 for format in ascii binary; do
-    run tests/fuzz/run_fuzzer.sh "build/fuzz/bin/${format}_fuzzer" "$((${ORV_FUZZ_SECONDS:-60} / 2))"
+    run tests/fuzz/run_fuzzer.sh "build/fuzz/bin/${format}_fuzzer" "$(((${ORV_FUZZ_SECONDS:-60} + 1) / 2))"
 done
 # Wine makes its folder at the first start; two programs that start at once must not both try. One server serves all of them:
 # without it a program that starts while the last one's server ends may fail.

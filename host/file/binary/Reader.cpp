@@ -53,6 +53,7 @@ void Reader::announce(const Chunk& chunk)
     } else {
         m_texts.clear();
     }
+    m_announced = chunk.offset;
     Place place;
     place.offset = chunk.offset;
     sink.at(place);
@@ -65,7 +66,9 @@ void Reader::understood(std::string_view section, const Chunk& chunk)
 
 void Reader::unknown(std::string_view section, const Chunk& chunk)
 {
-    announce(chunk);
+    if (m_announced != chunk.offset) {
+        announce(chunk);
+    }
     sink.unknown((chunk.isGroup ? chunk.kind : chunk.tag).text());
     countAll(section, chunk, false, "unknown");
 }

@@ -10,9 +10,9 @@
 
 #include <cstdint>
 #include <deque>
+#include <map>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace host::file::binary {
@@ -29,6 +29,9 @@ struct Buffers {
 
 class Reader {
 public:
+    static constexpr std::size_t kMaxValues = std::size_t{1} << 20;
+    static constexpr std::size_t kMaxDeclaredTypes = 65536;
+
     Reader(std::span<const char> bytes, CommandSink& commandSink, const ReadOptions& options,
            Coverage* coverage);
 
@@ -42,7 +45,10 @@ public:
     /// Our ticks in one of the file's: 6000 a second before files told.
     double tickScale;
     /// Node types that the file declares, by their codes.
-    std::unordered_map<std::uint32_t, std::string> declaredTypes;
+    std::map<std::uint32_t, std::string> declaredTypes;
+    /// Elements that ranges of texts, components and the like may still have: each of them takes
+    /// more memory than it has bytes.
+    std::size_t valuesLeft = kMaxValues;
 
     ChunkWalk children(const Chunk& group) const { return {file, width, group}; }
 
@@ -76,6 +82,7 @@ private:
     Codeset m_western;               ///< for texts that are no UTF-8
     std::deque<std::string> m_texts; ///< a deque: views of its elements stay valid as it grows
     std::size_t m_reported = 0;
+    std::size_t m_announced = SIZE_MAX; ///< no chunk yet
 };
 
 // The sections of a file. Each reads one group whole.

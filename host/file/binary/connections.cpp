@@ -16,15 +16,15 @@ void readConnection(Reader& reader, const Chunk& chunk)
     const std::uint8_t flags = cursor.u8();
     const std::string_view source = cursor.text();
     const std::string_view destination = cursor.text();
-    if (!cursor.hasFailed() && (flags & ~(kNextAvailable | kLocked)) != 0) {
-        cursor.fail("unknown flags of a connection");
-    }
     if (!cursor.hasFailed()) {
         Connection connection;
         connection.source = reader.text(source);
         connection.destination = reader.text(destination);
         connection.isNextAvailable = (flags & kNextAvailable) != 0;
         reader.sink.connect(connection);
+    }
+    if ((flags & ~(kNextAvailable | kLocked)) != 0) {
+        cursor.fail("unknown flags of a connection"); // told; the connection is made all the same
     }
     reader.finish(kConnections, chunk, cursor);
 }

@@ -60,6 +60,9 @@ void takePlugin(Reader& reader, const Chunk& chunk)
     while (!cursor.isAtEnd()) {
         const std::string_view type = reader.text(cursor.text());
         const Tag code = cursor.tag();
+        if (reader.declaredTypes.size() >= Reader::kMaxDeclaredTypes) {
+            cursor.fail("more node types of plug-ins than are kept");
+        }
         if (!cursor.hasFailed() && !type.empty()) {
             reader.declaredTypes.try_emplace(code.code, type);
             types.push_back(type);

@@ -13,6 +13,7 @@ namespace {
 struct Range {
     std::uint32_t first = 0;
     std::uint32_t last = 0;
+    bool isAll = false; ///< "*"
 };
 
 std::string_view trimmed(std::string_view text)
@@ -50,7 +51,7 @@ std::optional<Range> parseRange(std::string_view text, std::string_view kind)
     text.remove_prefix(kind.size() + 1);
     text.remove_suffix(1);
     if (trimmed(text) == "*") {
-        return Range{0, std::numeric_limits<std::uint32_t>::max()};
+        return Range{0, std::numeric_limits<std::uint32_t>::max(), true};
     }
     const std::size_t colon = text.find(':');
     const auto first = parseNumber(text.substr(0, colon));
@@ -58,7 +59,7 @@ std::optional<Range> parseRange(std::string_view text, std::string_view kind)
     if (!first || !last) {
         return std::nullopt;
     }
-    return Range{std::min(*first, *last), std::max(*first, *last)};
+    return Range{std::min(*first, *last), std::max(*first, *last), false};
 }
 
 } // namespace
@@ -70,7 +71,7 @@ std::vector<std::uint32_t> parseComponentList(std::span<const std::string> compo
     for (const std::string& text : components) {
         const auto range = parseRange(text, kind);
         if (range && range->first < count) {
-            ranges.push_back({range->first, std::min(range->last, count - 1)});
+            ranges.push_back({range->first, std::min(range->last, count - 1), false});
         }
     }
     std::sort(ranges.begin(), ranges.end(),
@@ -97,8 +98,7 @@ bool doComponentsExist(std::span<const std::string> components, std::string_view
 {
     return std::all_of(components.begin(), components.end(), [&](const std::string& text) {
         const auto range = parseRange(text, kind);
-        const bool isAll = range && range->last == std::numeric_limits<std::uint32_t>::max();
-        return range && (isAll || range->last < count);
+        return range && (range->isAll || range->last < count);
     });
 }
 

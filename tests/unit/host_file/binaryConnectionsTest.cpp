@@ -58,7 +58,8 @@ TEST(BinaryConnections, WhatCannotBeReadIsReportedAndTheRestStays)
                     mb.leaf("CWFL", BinaryBytes().u8(0).text("a.o").text("b.i").u16(0).bytes()) +
                     mb.connection("c.o", "d.i")),
         "damaged \"CWFL\": the chunk is too short\ndamaged \"CWFL\": a text has no end\n"
-        "damaged \"CWFL\": unknown flags of a connection\nconnectAttr \"a.o\" \"b.i\"\n"
+        "connectAttr \"a.o\" \"b.i\"\ndamaged \"CWFL\": unknown flags of a connection\n"
+        "connectAttr \"a.o\" \"b.i\"\n"
         "damaged \"CWFL\": 2 bytes are left over\nconnectAttr \"c.o\" \"d.i\"\n");
 }
 

@@ -200,7 +200,15 @@ TEST(BinaryNodes, AnyValueMayComeWithoutPayload)
         chunks += mb.value(tag, BinaryPlug("p", 0x20, 2));
         expected += "setAttr .p keyable off locked off channelBox off size 2\n";
     }
-    EXPECT_EQ(readChunks(mb, chunks), expected);
+    // letters that are no known tag are told all the same; a plug-in's number is one of its own
+    EXPECT_EQ(readChunks(mb, chunks), expected + "unknown \"odd!\"\n");
+}
+
+TEST(BinaryNodes, UnknownTagsNeedNoHeading)
+{
+    const BinaryScene mb(kMaya2019);
+    EXPECT_EQ(readChunks(mb, mb.leaf("ODD!", "hello") + mb.leaf("ODD!", "") + mb.flags("v")),
+              "unknown \"ODD!\"\nunknown \"ODD!\"\n" + test::plainFlags(".v"));
 }
 
 TEST(BinaryNodes, UnknownValuesAreSkippedAndTold)
@@ -224,7 +232,7 @@ TEST(BinaryNodes, HeadingsThatCannotBeReadAreReported)
     EXPECT_EQ(damage(BinaryBytes().text("tx").u8(0x28).u16(0)),
               "damaged \"FLGS\": the chunk is too short\n");
     EXPECT_EQ(damage(BinaryBytes().text("tx").u8(0x60)),
-              "damaged \"FLGS\": unknown flags of an attribute\n");
+              test::plainFlags(".tx") + "damaged \"FLGS\": unknown flags of an attribute\n");
     for (const char* name : {"", "a[", "a[5:2]", "a..b", "a[0:9999999999]"}) {
         const std::string lines = damage(BinaryBytes().text(name).u8(0x20));
         EXPECT_TRUE(lines.starts_with("damaged \"FLGS\": plug '")) << lines;

@@ -83,8 +83,15 @@ TEST(BinaryTexts, StringsOfARange)
 {
     EXPECT_EQ(read("STR ", BinaryBytes().text("a").text("b").bytes(), "zz[4:5]"),
               "setAttr .zz[4] string \"a\"\nsetAttr .zz[5] string \"b\"\n");
-    EXPECT_EQ(read("STR ", BinaryBytes().text("a").bytes(), "zz[4:2000000000]"),
+    EXPECT_EQ(read("STR ", BinaryBytes().text("a").bytes(), "zz[4:9000]"),
               "setAttr .zz[4] string \"a\"\n" + damaged("STR ", "a text has no end"));
+}
+
+TEST(BinaryTexts, RangesOfTooManyAreNotKept)
+{
+    // each element would take a hundred times its one byte
+    EXPECT_EQ(read("STR ", std::string((1 << 20) + 1, '\0'), "zz[0:1048576]"),
+              damaged("STR ", "more values of ranges than are kept"));
 }
 
 TEST(BinaryTexts, ListsOfStrings)

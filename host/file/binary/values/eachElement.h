@@ -12,6 +12,11 @@ namespace host::file::binary {
 template<class Take>
 void sendEachElement(Reader& reader, ValueTask& task, Take take)
 {
+    if (task.count > 1 && task.count > reader.valuesLeft) {
+        task.cursor.fail("more values of ranges than are kept");
+        return;
+    }
+    reader.valuesLeft -= task.count > 1 ? task.count : 0;
     PlugStep& step = task.command.plug.steps[runningStep(task.command.plug)];
     for (std::size_t i = 0; i < task.count; ++i) {
         auto data = take(task.cursor);

@@ -2,6 +2,7 @@
 // points, edges, normals, faces, values of components. Ids of colours are left out, as there.
 #include "host/file/binary/values/PieceSender.h"
 #include "host/file/binary/values/meshWords.h"
+#include "host/geometry/mesh/buildTopology.h"
 
 #include <algorithm>
 #include <array>
@@ -68,15 +69,28 @@ void setRange(SetAttribute& command, std::size_t first, std::size_t count)
     step.last = static_cast<std::int64_t>(first + count) - 1;
 }
 
+/// True for the attributes that hold the mesh of a shape.
+bool isStoredMesh(const PlugPath& plug)
+{
+    constexpr std::array<std::string_view, 4> kNames{"o", "outMesh", "ci", "cachedInMesh"};
+    return plug.stepCount == 1 && !plug.last().hasIndex() &&
+           std::find(kNames.begin(), kNames.end(), plug.last().name) != kNames.end();
+}
+
 /// Reads the block where its parts lie, then sends them one after the other.
 class MeshReader {
 public:
     MeshReader(Reader& reader, ValueTask& task)
-        : m_reader(reader), m_cursor(task.cursor), m_node(task.command.plug.node)
+        : m_reader(reader)
+        , m_cursor(task.cursor)
+        , m_command(task.command)
+        , m_node(task.command.plug.node)
     {
-        // A node that has such a value but no lists: nobody takes its mesh.
+        // The mesh of a shape is told as its lists; any other one, such as a dynamic attribute's,
+        // is a value.
         m_hasLists =
-            !task.shape.isKnown || reader.sink.shapeOf(commandFor(stepOf(kPoints)).plug).isKnown;
+            isStoredMesh(task.command.plug) &&
+            (!task.shape.isKnown || reader.sink.shapeOf(commandFor(stepOf(kPoints)).plug).isKnown);
     }
 
     void read()
@@ -88,6 +102,8 @@ public:
             sendEdges();
             sendVectors(stepOf("n"), m_parts.normals, 3);
             sendFaces();
+        } else if (!m_cursor.hasFailed()) {
+            sendValue(m_command, meshValue());
         }
         readComponentData();
         if (!m_oddity.empty()) {
@@ -145,6 +161,7 @@ private:
             set.ids = takeWords();
             if (!set.ids.isEmpty() && set.ids.size() != m_parts.corners.size()) {
                 note("a mesh has another number of texture coordinates than of corners");
+                set.ids = Words(); // which corner has which cannot be told
             }
             if (i < kMaxUvSets) {
                 m_parts.uvSets.push_back(set);
@@ -224,7 +241,9 @@ private:
 
     void passProgress(const char* position)
     {
-        m_reader.passProgress(static_cast<std::size_t>(position - m_reader.file.data()));
+        if (!m_isAhead) {
+            m_reader.passProgress(static_cast<std::size_t>(position - m_reader.file.data()));
+        }
     }
 
     void sendVectors(const SetAttribute& command, Words list, std::size_t width)
@@ -250,6 +269,7 @@ private:
     /// sent again.
     void sendUvSets()
     {
+        m_isAhead = true; // of the points: their bytes are still wanted
         for (std::size_t i = 0; i < m_parts.uvSets.size(); ++i) {
             if ((m_reader.toldUvSets >> i & 1) != 0) {
                 continue;
@@ -263,6 +283,7 @@ private:
                 sendValue(commandFor(stepOf("cuvs")), name);
             }
         }
+        m_isAhead = false;
     }
 
     // --- faces
@@ -311,7 +332,7 @@ private:
         PolyFaces& faces = m_reader.buffers.faces;
         faces.corners.resize(count);
         const std::int32_t highest = loadCorners(words, faces.corners.data());
-        if (static_cast<std::size_t>(highest) >= m_parts.edges.size() / 2) {
+        if (count > 0 && static_cast<std::size_t>(highest) >= m_parts.edges.size() / 2) {
             note("a face of a mesh refers to an edge that is not there");
         }
         const std::size_t faceCount = countEnds(words, kEndsFace);
@@ -342,11 +363,7 @@ private:
             PolyFaces::UvIds& target = sets[used++];
             target.set = static_cast<std::int32_t>(i);
             target.ids.resize(count);
-            const std::size_t first = std::min(begin, ids.size());
-            const std::size_t given = std::min(count, ids.size() - first);
-            loadMany(ids.from(first), given, target.ids.data());
-            std::fill(target.ids.begin() + static_cast<std::ptrdiff_t>(given), target.ids.end(),
-                      -1);
+            loadMany(ids.from(begin), count, target.ids.data()); // as many as corners
         }
         sets.resize(used);
     }
@@ -405,10 +422,62 @@ private:
         }
     }
 
+    // --- a mesh as a value
+
+    /// Damage is noted; the mesh has what is left.
+    Value meshValue()
+    {
+        m_parts.corners = m_parts.corners.part(0, closedCorners(m_parts.corners));
+        loadFaces(0, m_parts.corners.size());
+        PolyFaces faces = std::move(m_reader.buffers.faces);
+        m_reader.buffers.faces = {};
+        std::vector<std::int32_t> edges(m_parts.edges.size() / 2 * 3);
+        loadEdges(m_parts.edges.from(0), edges.size() / 3, edges.data());
+        auto points = std::make_shared<std::vector<Vec3f>>(m_parts.points.size() / 3);
+        for (std::size_t i = 0; i < points->size(); ++i) {
+            const char* const bytes = m_parts.points.from(3 * i);
+            (*points)[i] = {load<float>(bytes), load<float>(bytes + 4), load<float>(bytes + 8)};
+        }
+        geometry::BuiltTopology built = geometry::buildTopology(
+            static_cast<std::uint32_t>(points->size()), edges,
+            {std::move(faces.corners), faces.loopSizes, faces.faceLoopCounts});
+        if (!built.damage.isNone()) {
+            note("a mesh has faces or edges that do not fit");
+        }
+        geometry::MeshData mesh;
+        for (PolyFaces::UvIds& ids : faces.uvSets) {
+            mesh.uvSets.push_back(uvSetOf(ids, built));
+        }
+        mesh.currentUvSet = mesh.uvSets.empty() ? std::string() : mesh.uvSets.front().name;
+        mesh.topology = std::make_shared<const geometry::MeshTopology>(std::move(built.topology));
+        mesh.points = std::move(points);
+        return Value::of(std::move(mesh));
+    }
+
+    geometry::UvSet uvSetOf(PolyFaces::UvIds& ids, const geometry::BuiltTopology& built)
+    {
+        const UvSetPart& part = m_parts.uvSets[static_cast<std::size_t>(ids.set)];
+        auto points = std::make_shared<std::vector<Vec2f>>(part.points.size() / 2);
+        for (std::size_t i = 0; i < points->size(); ++i) {
+            const char* const bytes = part.points.from(2 * i);
+            (*points)[i] = {load<float>(bytes), load<float>(bytes + 4)};
+        }
+        geometry::removeCorners(ids.ids, built.damage.droppedCorners,
+                                built.topology.corners.size());
+        const auto count = static_cast<std::int64_t>(points->size());
+        for (std::int32_t& id : ids.ids) {
+            id = id < count ? std::max(id, -1) : -1;
+        }
+        return {std::string(m_reader.text(part.name)), std::move(points),
+                std::make_shared<const std::vector<std::int32_t>>(std::move(ids.ids))};
+    }
+
     Reader& m_reader;
     Cursor& m_cursor;
+    const SetAttribute& m_command;
     std::string_view m_node;
     bool m_hasLists = true;
+    bool m_isAhead = false; ///< what is read lies behind what will be read
     MeshParts m_parts;
     std::string_view m_oddity;
 };

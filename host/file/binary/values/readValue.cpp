@@ -28,9 +28,7 @@ void takeHeading(Reader& reader, ValueTask& task)
     Cursor& cursor = task.cursor;
     const std::string_view name = cursor.text();
     const std::uint8_t flags = cursor.u8();
-    if ((flags & kNeverSeen) != 0) {
-        cursor.fail("unknown flags of an attribute");
-    }
+    task.hasOddFlags = (flags & kNeverSeen) != 0;
     if ((flags & kHasSize) != 0) {
         task.command.sizeHint = cursor.u32();
     }
@@ -66,32 +64,43 @@ void sendValue(Reader& reader, ValueTask& task, Value value)
 
 void readValue(Reader& reader, const Chunk& chunk)
 {
+    const ValueRow* const row = findValue(chunk.tag);
+    const bool isSettings = chunk.tag == Tag("FLGS");
+    // Plug-ins have numbers for tags.
+    const bool isKnown = row != nullptr || isSettings || !chunk.tag.isPrintable();
     ValueTask task;
     task.tag = chunk.tag;
     task.cursor = Cursor(chunk.payload);
     takeHeading(reader, task);
     if (task.cursor.hasFailed()) {
-        reader.damaged(kSection, chunk, task.cursor.reason());
+        isKnown ? reader.damaged(kSection, chunk, task.cursor.reason())
+                : reader.unknown(kSection, chunk);
         return;
     }
-    const ValueRow* const row = findValue(chunk.tag);
     // Flags and array size only; any kind of value may come without one, a plug-in's as well. An
     // array fills its chunk, so there it is one without elements.
     const bool isArray = row != nullptr && row->read == readArray;
+    ValueReader read = row != nullptr ? row->read : nullptr;
     if (task.cursor.isAtEnd() && !isArray) {
         reader.sink.setAttribute(task.command);
-        reader.understood(kSection, chunk);
-        return;
+    } else {
+        task.shape = reader.sink.shapeOf(task.command.plug);
+        task.offset = chunk.begin + task.cursor.offset();
+        read = read != nullptr ? read : findValueByKind(task.shape.kind);
+        if (read == nullptr) {
+            reader.unknown(kSection, chunk);
+            return;
+        }
+        read(reader, task);
+        rememberUvSet(reader, task);
     }
-    task.shape = reader.sink.shapeOf(task.command.plug);
-    task.offset = chunk.begin + task.cursor.offset();
-    const ValueReader read = row != nullptr ? row->read : findValueByKind(task.shape.kind);
-    if (read == nullptr) {
+    if (task.hasOddFlags) {
+        task.cursor.fail("unknown flags of an attribute"); // told; the value is set all the same
+    }
+    if (!isKnown && read == nullptr) {
         reader.unknown(kSection, chunk);
         return;
     }
-    read(reader, task);
-    rememberUvSet(reader, task);
     reader.finish(kSection, chunk, task.cursor);
 }
 

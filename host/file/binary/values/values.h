@@ -19,6 +19,7 @@ struct ValueTask {
     std::size_t count = 1;  ///< elements: of the plug's range, else one
     Cursor cursor;          ///< at the payload; what does not fit makes it fail
     std::size_t offset = 0; ///< of the payload in the file, for progress
+    bool hasOddFlags = false;
 };
 
 /// Reads a payload and sends what it read. The cursor must be at the end afterwards, or have
