@@ -58,6 +58,11 @@ foreach(folder corpus fuzz)
     endif()
 endforeach()
 
+if(TARGET mesh_history AND TARGET maya_importer)
+    script_test(corpus.history tests/corpus/historyTest.py ${ORV_RUNNER} --teller $<TARGET_FILE:mesh_history>
+        --importer $<TARGET_FILE:maya_importer>)
+endif()
+
 if(TARGET print_plugs AND TARGET maya_importer)
     script_test(corpus.sameScene tests/corpus/sameScene.py ${ORV_RUNNER} --printer $<TARGET_FILE:print_plugs>
         --importer $<TARGET_FILE:maya_importer>)

@@ -45,6 +45,7 @@ class Converted:
         self.wrong, self.notes, self.file, self.seconds = [], [], None, 0.0
         self.compared = self.matched = self.displaced = self.computed = 0
         self.matrices = self.matrices_matched = 0
+        self.chosen = None  # (parent, shape) of the meshes to compare; none: those that the scene stores
 
 
 def convert(record, options):
@@ -85,6 +86,8 @@ def ask_checker(record, checker):
 
 def stored_names(record):
     """(parent, shape) of the meshes that stand in the scene as they are, and those that history makes."""
+    if record.chosen is not None:
+        return record.chosen, []
     stored, made = [], []
     for mesh in mayaScene.meshes(record.scene):
         (stored if mesh.stored else made).append((mesh.parent.split('|')[-1], mesh.name))
