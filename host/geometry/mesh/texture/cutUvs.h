@@ -12,7 +12,8 @@ namespace host::geometry {
 /// The mesh with one of its sets cut along edges (ascending): faces that only meet over cut edges
 /// share no coordinate there any more. Where the cut only ends nothing changes.
 ///
-/// Numbers  Vertices are taken as the edges come to them, each edge at its start, then at its end.
+/// Numbers  (Believed; which side keeps an id, and the order of the new ones, may differ in Maya.)
+///          Vertices are taken as the edges come to them, each edge at its start, then at its end.
 ///          Of the corners that share an id those that hang together with the lowest corner keep
 ///          it; each other group gets a new one behind all others, in the order of the corners.
 std::shared_ptr<const MeshData> cutUvs(const MeshData& mesh, std::size_t set,
@@ -21,7 +22,7 @@ std::shared_ptr<const MeshData> cutUvs(const MeshData& mesh, std::size_t set,
 /// The mesh with one of its sets sewn along edges (ascending): at both ends of each the coordinates
 /// of the faces beside it become one, in the middle of all that come together in it.
 ///
-/// Numbers  The lowest id stays; the others close up.
+/// Numbers  (Believed.) The lowest id stays; the others close up.
 std::shared_ptr<const MeshData> sewUvs(const MeshData& mesh, std::size_t set,
                                        std::span<const std::uint32_t> edges);
 

@@ -10,9 +10,8 @@ namespace {
 using geometry::MeshData;
 
 constexpr auto kInputs = meshInputs("uvSetName");
-constexpr auto kCutInputs = meshInputs("uvSetName", "moveRatio");
 constexpr std::array<std::string_view, 1> kOutputs{"output"};
-enum Position : std::size_t { kSetName = kFirstOwnInput, kMoveRatio };
+constexpr std::size_t kSetName = kFirstOwnInput;
 
 using Operation = SharedMesh (*)(const MeshData& mesh, std::size_t set,
                                  std::span<const std::uint32_t> parts);
@@ -36,29 +35,20 @@ Value changed(ComputeContext& context, const MeshTask& task, const std::string& 
     });
 }
 
-/// A cut that is also opened has its coordinates left where they are.
-Expected<Value> cut(ComputeContext& context)
+/// The coordinates are right, their new numbers only believed: later nodes may name others by them.
+template<Operation operation>
+Expected<Value> changeBorders(ComputeContext& context)
 {
     const MeshTask task = takeMeshTask(context);
     const std::string setName = textInput(context, kSetName);
-    const bool isOpened = context.number(kMoveRatio, 0) != 0;
     if (!context.isComplete() || task.isIdle()) {
         return task.passed();
     }
-    if (isOpened) {
+    Value result = changed<operation>(context, task, setName, geometry::kEdgeComponents);
+    if (result.data<MeshData>() != task.mesh) {
         context.noteUncomputed();
     }
-    return changed<geometry::cutUvs>(context, task, setName, geometry::kEdgeComponents);
-}
-
-Expected<Value> sew(ComputeContext& context)
-{
-    const MeshTask task = takeMeshTask(context);
-    const std::string setName = textInput(context, kSetName);
-    if (!context.isComplete() || task.isIdle()) {
-        return task.passed();
-    }
-    return changed<geometry::sewUvs>(context, task, setName, geometry::kEdgeComponents);
+    return result;
 }
 
 Expected<Value> remove(ComputeContext& context)
@@ -73,10 +63,14 @@ Expected<Value> remove(ComputeContext& context)
 
 } // namespace
 
-constinit const NodeCompute kPolyMapCut{
-    .type = "polyMapCut", .inputs = kCutInputs, .outputs = kOutputs, .compute = cut};
-constinit const NodeCompute kPolyMapSew{
-    .type = "polyMapSew", .inputs = kInputs, .outputs = kOutputs, .compute = sew};
+constinit const NodeCompute kPolyMapCut{.type = "polyMapCut",
+                                        .inputs = kInputs,
+                                        .outputs = kOutputs,
+                                        .compute = changeBorders<geometry::cutUvs>};
+constinit const NodeCompute kPolyMapSew{.type = "polyMapSew",
+                                        .inputs = kInputs,
+                                        .outputs = kOutputs,
+                                        .compute = changeBorders<geometry::sewUvs>};
 constinit const NodeCompute kPolyMapDel{
     .type = "polyMapDel", .inputs = kInputs, .outputs = kOutputs, .compute = remove};
 
