@@ -11,11 +11,11 @@ namespace {
 
 using Corner = MeshCutter::Corner;
 
-/// What one division makes of faces: the columns and rows of a face of four, and whether the middle
-/// is joined to the corners instead.
+/// What one division makes of faces: the columns and rows of a face of four (0: a face at each
+/// corner instead, as of all others), and whether the middle is joined to the corners.
 struct Division {
-    std::uint32_t u = 2;
-    std::uint32_t v = 2;
+    std::uint32_t u = 0;
+    std::uint32_t v = 0;
     bool hasFans = false;
     bool isAscending = false; ///< the order in which faces are taken
 };
@@ -48,11 +48,12 @@ private:
     {
         return m_topology.endCorner(face) - m_topology.firstCorner(face);
     }
+    bool isGrid(std::uint32_t face) const { return m_division.u > 0 && cornerCount(face) == 4; }
     /// The pieces of an edge of a face; `side` counts from the first edge.
     std::uint32_t pieces(std::uint32_t face, std::uint32_t side) const
     {
         const bool isSingle = m_division.u == 1 && m_division.v == 1;
-        if (cornerCount(face) != 4) {
+        if (!isGrid(face)) {
             return isSingle ? 1 : 2;
         }
         return side % 2 == 0 ? m_division.u : m_division.v;
@@ -102,7 +103,7 @@ private:
         if (m_loop.size() != expected) {
             return; // a neighbour asked for other pieces
         }
-        if (count == 4) {
+        if (isGrid(face)) {
             makeGrid(face);
         } else if (expected > count) {
             makeCorners(face);
@@ -342,10 +343,15 @@ std::shared_ptr<const MeshData> repeat(const MeshData& mesh, std::span<const std
 {
     auto result = std::make_shared<const MeshData>(mesh);
     std::vector<std::uint32_t> divided(faces.begin(), faces.end());
+    // The first time makes a face of each corner, and each later one at least three of each face.
+    std::size_t expected = cornersOf(mesh, faces);
+    for (std::uint32_t time = 1; time < times && expected <= kMaxDividedFaces; ++time) {
+        expected *= division.hasFans ? 3 : 4;
+    }
+    if (expected > kMaxDividedFaces) {
+        return nullptr;
+    }
     for (std::uint32_t time = 0; time < times; ++time) {
-        if (cornersOf(*result, divided) > kMaxDividedFaces) {
-            return nullptr;
-        }
         const std::uint32_t before = result->topology->faceCount();
         result = FaceDivider(*result, divided, division).run();
         if (result == nullptr) {

@@ -1,10 +1,13 @@
 list(APPEND SOURCES
+    mesh/edit/bevelTest.cpp
     mesh/edit/bordersTest.cpp
     mesh/edit/cutMirrorTest.cpp
     mesh/edit/deletePartsTest.cpp
+    mesh/edit/extrudeTest.cpp
     mesh/edit/joinVerticesTest.cpp
     mesh/edit/meshLinksTest.cpp
     mesh/edit/meshRewriterTest.cpp
+    mesh/edit/splitTest.cpp
     mesh/edit/triangulateFacesTest.cpp
     mesh/edit/uniteSplitTest.cpp
 )
