@@ -6,6 +6,7 @@ set(SOURCES
     dagTest.cpp
     defaultSceneTest.cpp
     hairTest.cpp
+    historyTest.cpp
     meshTest.cpp
     nurbsTest.cpp
     openTest.cpp
