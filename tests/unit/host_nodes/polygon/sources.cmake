@@ -1,4 +1,5 @@
 list(APPEND SOURCES
+    polygon/buildingTest.cpp
     polygon/creatorsTest.cpp
     polygon/joiningTest.cpp
     polygon/shapeTest.cpp
