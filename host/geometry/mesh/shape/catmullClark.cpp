@@ -26,12 +26,8 @@ struct SharpEnds {
     }
 };
 
-/// What a vertex gathers from its surroundings.
-struct VertexSums {
-    std::uint32_t faces = 0;
-    std::uint32_t edges = 0;
-    Vec3d faceSum;
-    Vec3d edgeSum;
+/// What keeps a vertex sharp, of the few that anything does.
+struct SharpSums {
     SharpEnds now;    ///< of edges that are sharp at this step
     SharpEnds next;   ///< of edges that are sharp at the next one as well
     float fading = 0; ///< sharpness that ends with this step
@@ -39,14 +35,21 @@ struct VertexSums {
     bool isPinned = false;
 };
 
-/// Sharpness and the points of its faces, edge by edge.
-struct EdgeSums {
-    std::uint32_t smoothedFaces = 0;
-    std::uint32_t otherFaces = 0;
-    Vec3d faceSum;
-    double faceShare = 0; ///< of each face, summed
+/// What a vertex gathers from its surroundings.
+struct VertexSums {
+    Vec3d sum; ///< of the points of its faces and of its neighbours
+    std::uint32_t faces = 0;
+    std::uint32_t sharp = kNone; ///< its place among the sharp ones
+};
 
-    bool isInside() const { return smoothedFaces == 2 && otherFaces == 0; }
+/// What an edge gathers.
+struct EdgeSums {
+    Vec3d faceSum;
+    std::uint32_t faces = 0;    ///< that are smoothed
+    std::uint8_t heavy = 0;     ///< of the first two
+    bool hasOtherFaces = false; ///< that are not
+
+    bool isInside() const { return faces == 2 && !hasOtherFaces; }
 };
 
 class Step {
@@ -60,9 +63,9 @@ public:
         , m_edges(level.edges.size())
         , m_vertices(level.vertexCount)
     {
-        m_result.faces.resize(level.faceCount());
-        m_result.edges.resize(level.edges.size());
-        m_result.vertices.assign(points.begin(), points.end());
+        m_result.firstOfFaces = points.size();
+        m_result.firstOfEdges = points.size() + level.faceCount();
+        m_result.points.resize(m_result.firstOfEdges + level.edges.size());
     }
 
     SubdividedPoints run()
@@ -72,12 +75,10 @@ public:
         }
         for (std::uint32_t edge = 0; edge < m_edges.size(); ++edge) {
             gatherEdge(edge);
-        }
-        for (std::uint32_t edge = 0; edge < m_edges.size(); ++edge) {
-            m_result.edges[edge] = edgePoint(edge);
+            m_result.points[m_result.firstOfEdges + edge] = edgePoint(edge);
         }
         for (std::uint32_t vertex = 0; vertex < m_vertices.size(); ++vertex) {
-            m_result.vertices[vertex] = blended(m_points[vertex], vertexPoint(vertex));
+            m_result.points[vertex] = blended(m_points[vertex], vertexPoint(vertex));
         }
         return std::move(m_result);
     }
@@ -101,20 +102,22 @@ private:
             sum = sum + m_points[m_level.cornerVertex(corner)];
         }
         const Vec3d middle = sum * (1.0 / (end - first));
-        m_result.faces[face] = middle;
+        m_result.points[m_result.firstOfFaces + face] = middle;
         const bool isHeavy = m_rules.hasSmoothTriangles && end - first == 3;
         for (std::uint32_t corner = first; corner < end; ++corner) {
             EdgeSums& edge = m_edges[edgeOf(m_level.corners[corner])];
             if (!isSmoothed) {
-                ++edge.otherFaces;
+                edge.hasOtherFaces = true;
                 continue;
             }
-            ++edge.smoothedFaces;
+            if (isHeavy && edge.faces < 2) {
+                ++edge.heavy;
+            }
+            ++edge.faces;
             edge.faceSum = edge.faceSum + middle;
-            edge.faceShare += isHeavy ? kTriangleShare : kFaceShare;
             VertexSums& vertex = m_vertices[m_level.cornerVertex(corner)];
             ++vertex.faces;
-            vertex.faceSum = vertex.faceSum + middle;
+            vertex.sum = vertex.sum + middle;
         }
     }
 
@@ -126,33 +129,40 @@ private:
         return m_level.edgeSharpness.empty() ? 0 : m_level.edgeSharpness[edge];
     }
 
-    void gatherEdge(std::uint32_t edge)
+    bool isPinned(std::uint32_t edge) const
     {
         const EdgeSums& sums = m_edges[edge];
-        if (sums.smoothedFaces == 0) {
+        const bool isBorder = sums.faces == 1 && !sums.hasOtherFaces;
+        return (isBorder && m_rules.border == BorderRule::Fixed) ||
+               (sums.hasOtherFaces && m_rules.isSelectionBorderFixed) ||
+               (!m_level.isPinned.empty() && m_level.isPinned[edge] != 0);
+    }
+
+    void gatherEdge(std::uint32_t edge)
+    {
+        if (m_edges[edge].faces == 0) {
             return;
         }
         const MeshEdge& ends = m_level.edges[edge];
-        addEnd(edge, ends.start, ends.end);
-        addEnd(edge, ends.end, ends.start);
-        const bool isBorder = sums.smoothedFaces + sums.otherFaces == 1;
-        const bool isSelectionBorder = sums.otherFaces > 0;
-        const bool isPinned = (isBorder && m_rules.border == BorderRule::Fixed) ||
-                              (isSelectionBorder && m_rules.isSelectionBorderFixed) ||
-                              (!m_level.isPinned.empty() && m_level.isPinned[edge] != 0);
-        if (isPinned) {
-            m_vertices[ends.start].isPinned = true;
-            m_vertices[ends.end].isPinned = true;
+        m_vertices[ends.start].sum = m_vertices[ends.start].sum + m_points[ends.end];
+        m_vertices[ends.end].sum = m_vertices[ends.end].sum + m_points[ends.start];
+        const float sharp = sharpness(edge);
+        const bool pins = isPinned(edge);
+        if (sharp > 0 || pins) {
+            addSharpEnd(ends.start, m_points[ends.end], sharp, pins);
+            addSharpEnd(ends.end, m_points[ends.start], sharp, pins);
         }
     }
 
-    void addEnd(std::uint32_t edge, std::uint32_t vertex, std::uint32_t other)
+    void addSharpEnd(std::uint32_t vertex, const Vec3d& end, float sharp, bool pins)
     {
-        VertexSums& sums = m_vertices[vertex];
-        const Vec3d& end = m_points[other];
-        ++sums.edges;
-        sums.edgeSum = sums.edgeSum + end;
-        const float sharp = sharpness(edge);
+        std::uint32_t& place = m_vertices[vertex].sharp;
+        if (place == kNone) {
+            place = static_cast<std::uint32_t>(m_sharp.size());
+            m_sharp.emplace_back();
+        }
+        SharpSums& sums = m_sharp[place];
+        sums.isPinned = sums.isPinned || pins;
         if (sharp > 0) {
             sums.now.add(end);
         }
@@ -171,11 +181,10 @@ private:
         const Vec3d pair = m_points[ends.start] + m_points[ends.end];
         const Vec3d middle = pair * 0.5;
         const float sharp = sharpness(edge);
-        const bool isPinned = !m_level.isPinned.empty() && m_level.isPinned[edge] != 0;
-        if (sharp >= 1 || isPinned) {
+        if (sharp >= 1 || isPinned(edge)) {
             return middle;
         }
-        const double share = sums.faceShare / 2;
+        const double share = kFaceShare + (kTriangleShare - kFaceShare) / 2 * sums.heavy;
         const Vec3d smooth = sums.faceSum * share + pair * (0.5 - share);
         return blended(middle, sharp > 0 ? smooth + (middle - smooth) * sharp : smooth);
     }
@@ -193,15 +202,16 @@ private:
             return isCorner ? point : point * 0.75 + sharp.sum * 0.125;
         }
         const double n = sums.faces;
-        return point * ((n - 2) / n) + (sums.edgeSum + sums.faceSum) * (1 / (n * n));
+        return point * ((n - 2) / n) + sums.sum * (1 / (n * n));
     }
 
     Vec3d vertexPoint(std::uint32_t vertex) const
     {
-        const VertexSums& sums = m_vertices[vertex];
-        const Vec3d& point = m_points[vertex];
-        if (sums.faces == 0 || sums.isPinned) {
-            return point;
+        static const SharpSums kNoSharp;
+        const VertexSums& around = m_vertices[vertex];
+        const SharpSums& sums = around.sharp == kNone ? kNoSharp : m_sharp[around.sharp];
+        if (around.faces == 0 || sums.isPinned) {
+            return m_points[vertex];
         }
         const float sharp = m_level.vertexSharpness.empty() ? 0 : m_level.vertexSharpness[vertex];
         const Vec3d now = ruled(vertex, sums.now, sharp > 0);
@@ -221,6 +231,7 @@ private:
     const SmoothingRules& m_rules;
     std::vector<EdgeSums> m_edges;
     std::vector<VertexSums> m_vertices;
+    std::vector<SharpSums> m_sharp;
     SubdividedPoints m_result;
 };
 
@@ -285,10 +296,9 @@ public:
 
 private:
     struct Sums {
+        Vec3d sum; ///< of the points of its faces and of its neighbours
         std::uint32_t faces = 0;
         std::uint32_t borders = 0;
-        Vec3d faceSum;
-        Vec3d edgeSum;
         Vec3d borderSum;
         bool isPinned = false;
     };
@@ -319,7 +329,7 @@ private:
         for (std::uint32_t corner = first; corner < end && isSmoothed(face); ++corner) {
             Sums& at = sums(m_ids[corner]);
             ++at.faces;
-            at.faceSum = at.faceSum + m_middles[face];
+            at.sum = at.sum + m_middles[face];
         }
     }
 
@@ -367,6 +377,7 @@ private:
             smoothed += isSmoothed(m_faceOf[corner]) ? 1 : 0;
             middles = middles + m_middles[m_faceOf[corner]];
         }
+        m_result.firsts.push_back(first);
         const Vec3d pair = uv(start) + uv(end);
         const bool isInside = m_members.size() == 2 && smoothed == 2 && corners.size() == 2;
         const bool isSmooth = isInside && m_rule != UvRule::Linear;
@@ -374,7 +385,7 @@ private:
         for (const auto& [id, other] : {std::pair(start, end), std::pair(end, start)}) {
             Sums& at = sums(id);
             at.isPinned = at.isPinned || (smoothed != m_members.size() && smoothed > 0);
-            at.edgeSum = at.edgeSum + uv(other);
+            at.sum = at.sum + uv(other);
             if (!isInside) {
                 ++at.borders;
                 at.borderSum = at.borderSum + uv(other);
@@ -389,8 +400,7 @@ private:
             const Vec3d point = flat(m_points[id]);
             const double n = at.faces;
             if (at.faces > 0 && at.borders == 0) {
-                m_result.points[id] =
-                    uvOf(point * ((n - 2) / n) + (at.edgeSum + at.faceSum) * (1 / (n * n)));
+                m_result.points[id] = uvOf(point * ((n - 2) / n) + at.sum * (1 / (n * n)));
             } else if (at.borders == 2 && m_rule == UvRule::Edges && !at.isPinned) {
                 m_result.points[id] = uvOf(point * 0.75 + at.borderSum * 0.125);
             }

@@ -10,10 +10,14 @@
 
 namespace host::geometry {
 
+/// The points of a level's vertices, then one in each of its faces, then one on each of its edges.
 struct SubdividedPoints {
-    std::vector<Vec3d> vertices;
-    std::vector<Vec3d> edges; ///< one on each edge
-    std::vector<Vec3d> faces; ///< one in each face
+    std::vector<Vec3d> points;
+    std::size_t firstOfFaces = 0;
+    std::size_t firstOfEdges = 0;
+
+    const Vec3d& ofFace(std::uint32_t face) const { return points[firstOfFaces + face]; }
+    const Vec3d& ofEdge(std::uint32_t edge) const { return points[firstOfEdges + edge]; }
 };
 
 /// Rules  E. Catmull, J. Clark: "Recursively generated B-spline surfaces on arbitrary topological
@@ -31,10 +35,11 @@ SubdividedPoints catmullClark(const SubdivisionLevel& level, std::span<const Vec
 /// Texture coordinates of one step. Sides: an edge has one for each pair of ids that its faces have
 /// at its ends.
 struct SubdividedUvs {
-    std::vector<Vec2f> points;       ///< the moved ones
-    std::vector<std::uint32_t> side; ///< per corner the first corner of its edge's side
-    std::vector<Vec2f> sides;        ///< by corner, in the middle; valid for those first corners
-    std::vector<Vec2f> faces;        ///< valid for faces with ids at all corners
+    std::vector<Vec2f> points;         ///< the moved ones
+    std::vector<std::uint32_t> side;   ///< per corner the first corner of its edge's side
+    std::vector<std::uint32_t> firsts; ///< those that have two ids, edge after edge
+    std::vector<Vec2f> sides;          ///< by corner, in the middle; valid for those
+    std::vector<Vec2f> faces;          ///< valid for faces with ids at all corners
 };
 
 /// `ids`: one per corner, -1 for none.

@@ -92,7 +92,8 @@ private:
 
     void movePoints()
     {
-        std::transform(m_points.vertices.begin(), m_points.vertices.end(),
+        std::transform(m_points.points.begin(),
+                       m_points.points.begin() + std::ptrdiff_t{m_topology.vertexCount},
                        m_rewriter.points().begin(), toFloat);
         for (std::size_t set = 0; set < m_uvs.size(); ++set) {
             if (!m_uvs[set].points.empty()) {
@@ -103,7 +104,7 @@ private:
 
     void cut(std::uint32_t face)
     {
-        m_middle[face] = m_rewriter.addPoint(toFloat(m_points.faces[face]));
+        m_middle[face] = m_rewriter.addPoint(toFloat(m_points.ofFace(face)));
         for (std::size_t set = 0; set < m_uvs.size(); ++set) {
             if (!m_middleIds[set].empty() &&
                 hasAllUvs(m_level, face, *m_mesh.uvSets[set].corners)) {
@@ -126,7 +127,7 @@ private:
 
     void cutEdge(std::uint32_t edge, std::uint32_t corner)
     {
-        m_cutPoint[edge] = m_rewriter.addPoint(toFloat(m_points.edges[edge]));
+        m_cutPoint[edge] = m_rewriter.addPoint(toFloat(m_points.ofEdge(edge)));
         const std::uint32_t end = m_topology.edges[edge].end;
         m_secondHalf[edge] =
             m_rewriter.addEdge(m_cutPoint[edge], end, m_topology.edgeSmooth[edge] != 0, edge);

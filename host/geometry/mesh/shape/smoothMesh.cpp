@@ -271,19 +271,9 @@ void Smoother::divideUvs(LevelUvs& uvs, const SubdivisionLevel& next) const
             faceIds[face] = add(step.faces[face]);
         }
     }
-    // By edges, since the order of the corners is that of the faces.
-    std::vector<std::uint32_t> owners;
-    owners.reserve(m_level.corners.size());
-    for (const std::int32_t reference : m_level.corners) {
-        owners.push_back(edgeOf(reference));
-    }
-    const NumberLists cornersOf(owners, static_cast<std::uint32_t>(m_level.edges.size()));
     std::vector<std::int32_t> sideIds(m_level.corners.size(), -1);
-    for (std::uint32_t edge = 0; edge < m_level.edges.size(); ++edge) {
-        for (const std::uint32_t corner : cornersOf.of(edge)) {
-            std::int32_t& id = sideIds[step.side[corner]];
-            id = id < 0 ? add(step.sides[step.side[corner]]) : id;
-        }
+    for (const std::uint32_t corner : step.firsts) {
+        sideIds[corner] = add(step.sides[corner]);
     }
     std::vector<std::int32_t> ids(next.corners.size(), -1);
     for (std::uint32_t face = 0; face < m_level.faceCount(); ++face) {
@@ -308,9 +298,7 @@ void Smoother::divide()
     for (LevelUvs& uvs : m_uvs) {
         divideUvs(uvs, next);
     }
-    m_points = std::move(points.vertices);
-    m_points.insert(m_points.end(), points.faces.begin(), points.faces.end());
-    m_points.insert(m_points.end(), points.edges.begin(), points.edges.end());
+    m_points = std::move(points.points);
     m_pieces = nextPieces();
     m_level = std::move(next);
 }
