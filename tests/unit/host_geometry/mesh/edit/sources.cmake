@@ -1,4 +1,5 @@
 list(APPEND SOURCES
+    mesh/edit/anyMeshTest.cpp
     mesh/edit/bevelTest.cpp
     mesh/edit/bordersTest.cpp
     mesh/edit/cutMirrorTest.cpp
