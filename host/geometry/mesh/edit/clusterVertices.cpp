@@ -3,6 +3,7 @@
 #include "host/geometry/mesh/edit/MeshLinks.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <unordered_map>
 
@@ -46,22 +47,13 @@ bool isPlace(const Vec3d& place)
     return std::isfinite(place.x) && std::isfinite(place.y) && std::isfinite(place.z);
 }
 
-std::uint64_t bitsOf(double number)
-{
-    std::uint64_t bits = 0;
-    static_assert(sizeof(bits) == sizeof(number));
-    std::copy_n(reinterpret_cast<const unsigned char*>(&number), sizeof(number),
-                reinterpret_cast<unsigned char*>(&bits));
-    return bits;
-}
-
 /// One number for a cube. That different cubes may get the same one is only slow, never wrong.
 std::uint64_t mixed(double x, double y, double z)
 {
     constexpr std::uint64_t kFactor = 0x9e3779b97f4a7c15;
     std::uint64_t mix = 0;
     for (const double number : {x, y, z}) {
-        mix = (mix ^ bitsOf(number + 0.0)) * kFactor; // no negative zero
+        mix = (mix ^ std::bit_cast<std::uint64_t>(number + 0.0)) * kFactor; // no negative zero
         mix ^= mix >> 29;
     }
     return mix;
