@@ -30,7 +30,6 @@ private:
     CornerLinks m_links;
     MeshRewriter m_rewriter;
     std::vector<std::uint32_t> m_number; ///< of the point on each edge; kNone
-    std::uint32_t m_firstVertex = 0;
     std::uint32_t m_firstEdge = 0;
     /// By uv set and point: the uvs made there, of up to two faces. More faces make their own.
     std::vector<std::vector<std::array<EdgeUv, 2>>> m_uvs;
@@ -43,7 +42,6 @@ VertexInserter::VertexInserter(const MeshData& mesh, std::span<const EdgePoint> 
     , m_links(m_topology)
     , m_rewriter(mesh)
     , m_number(m_topology.edges.size(), kNone)
-    , m_firstVertex(m_topology.vertexCount)
     , m_firstEdge(static_cast<std::uint32_t>(m_topology.edges.size()))
     , m_uvs(mesh.uvSets.size())
     , m_cornerUvs(mesh.uvSets.size())
