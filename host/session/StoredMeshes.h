@@ -16,8 +16,8 @@ namespace host::session {
 class StoredMeshes {
 public:
     /// Appends faces from face number `first` on; the faces are moved away. Returns false when they
-    /// do not follow what is there (they are appended all the same). `cornersAhead`, if known: those
-    /// of these faces and of all that will follow them.
+    /// do not follow what is there (they are appended all the same). `cornersAhead`, if known:
+    /// those of these faces and of all that will follow them.
     bool append(graph::NodeId mesh, std::uint32_t first, PolyFaces&& faces,
                 std::size_t cornersAhead = 0);
     /// Says that a mesh has points.
