@@ -4,6 +4,7 @@
 //   bench_decode_rate SCENE.mb
 //
 // Prints the median rates of alternating runs in MB/s, and their ratio.
+#include "bench/IdleSink.h"
 #include "host/file/binary/readBinary.h"
 #include "platform/MappedFile.h"
 #include "platform/programMain.h"
@@ -25,32 +26,10 @@ using namespace host::file;
 constexpr int kRuns = 9;
 
 /// Tells of a few attributes what they take, and drops everything.
-class IdleSink : public CommandSink {
+class CountingSink : public IdleSink {
 public:
     std::size_t corners = 0;
     std::size_t numbers = 0;
-    std::size_t damages = 0;
-
-    void at(const Place&) override {}
-    void requirePlugin(std::string_view, std::string_view,
-                       std::span<const std::string_view>) override
-    {
-    }
-    void currentUnit(const Units&) override {}
-    void fileInfo(std::string_view, std::string_view) override {}
-    void reference(const Reference&) override {}
-    void createNode(const CreateNode&) override {}
-    void renameNode(std::string_view) override {}
-    void uuid(std::string_view) override {}
-    void selectNode(std::string_view) override {}
-    void parentNodes(const ParentNodes&) override {}
-    void lockNode(bool) override {}
-    void addAttribute(const AddAttribute&) override {}
-    void connect(const Connection&) override {}
-    void disconnect(const Connection&) override {}
-    void unknown(std::string_view) override {}
-    void damaged(std::string_view, std::string_view) override { ++damages; }
-    void endOfScene() override {}
 
     PlugShape shapeOf(const PlugPath& plug) override
     {
@@ -73,7 +52,7 @@ public:
 
 void read(std::string_view bytes)
 {
-    IdleSink sink;
+    CountingSink sink;
     const auto result = readBinary({bytes.data(), bytes.size()}, sink);
     if (!result || sink.damages > 0 || sink.corners == 0 || sink.numbers == 0) {
         std::fprintf(stderr, "the scene was not read: %zu damaged chunks\n", sink.damages);

@@ -4,6 +4,7 @@
 //   bench_read_rate [SCENE.ma]     without a file, a mesh scene of about 100 MB is made in memory
 //
 // Prints the median rates of alternating runs in MB/s, and their ratio.
+#include "bench/IdleSink.h"
 #include "host/file/ascii/readAscii.h"
 #include "platform/MappedFile.h"
 #include "platform/programMain.h"
@@ -106,33 +107,11 @@ std::string makeScene()
 // --- the listener
 
 /// Stores everything that it is told, as a scene does.
-class StoringSink : public CommandSink {
+class StoringSink : public IdleSink {
 public:
     std::vector<float> floats;
     std::vector<std::int32_t> integers;
     std::vector<host::PolyFaces> faces;
-    std::size_t damages = 0;
-
-    void at(const Place&) override {}
-    void requirePlugin(std::string_view, std::string_view,
-                       std::span<const std::string_view>) override
-    {
-    }
-    void currentUnit(const Units&) override {}
-    void fileInfo(std::string_view, std::string_view) override {}
-    void reference(const Reference&) override {}
-    void createNode(const CreateNode&) override {}
-    void renameNode(std::string_view) override {}
-    void uuid(std::string_view) override {}
-    void selectNode(std::string_view) override {}
-    void parentNodes(const ParentNodes&) override {}
-    void lockNode(bool) override {}
-    void addAttribute(const AddAttribute&) override {}
-    void connect(const Connection&) override {}
-    void disconnect(const Connection&) override {}
-    void unknown(std::string_view) override {}
-    void damaged(std::string_view, std::string_view) override { ++damages; }
-    void endOfScene() override {}
 
     PlugShape shapeOf(const PlugPath& plug) override
     {

@@ -27,4 +27,15 @@ inline std::int64_t elementCount(const PlugPath& plug)
     return step.last - step.first + 1; // without an index both are -1: one
 }
 
+/// The indexed step next to the plug's last one, for multis inside multis; null if there is none.
+inline const PlugStep* outerStep(const PlugPath& plug)
+{
+    for (std::size_t position = plug.stepCount; position-- > 1;) {
+        if (plug.steps[position - 1].hasIndex()) {
+            return &plug.steps[position - 1];
+        }
+    }
+    return nullptr;
+}
+
 } // namespace host::file

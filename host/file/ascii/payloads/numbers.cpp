@@ -2,6 +2,7 @@
 #include "host/file/ascii/numbers.h"
 
 #include "host/file/ascii/payloads/payloads.h"
+#include "host/file/numberPieces.h"
 
 #include <algorithm>
 #include <limits>
@@ -11,8 +12,6 @@ namespace host::file::ascii {
 namespace {
 
 constexpr std::string_view kWord = "setAttr";
-/// Numbers of a piece: a buffer that stays in the processor's cache.
-constexpr std::size_t kPieceNumbers = 32768;
 
 enum class Stop : std::uint8_t { Full, EndOfStatement, EndOfFile, NoNumber };
 
@@ -79,16 +78,6 @@ const char* readCommon(const char* p, const char* end, double factor, T& stored)
     }
 }
 
-template<class T>
-T converted(double number)
-{
-    if constexpr (std::is_same_v<T, std::int32_t>) {
-        return toInt32(number);
-    } else {
-        return static_cast<T>(number);
-    }
-}
-
 /// Fills `buffer` from `count` on until it is full or the list ends.
 template<class T, bool kIsScaled>
 Stop fill(Scanner& scanner, const Scaling& scaling, std::vector<T>& buffer, std::size_t& count)
@@ -134,19 +123,6 @@ Stop fill(Scanner& scanner, const Scaling& scaling, std::vector<T>& buffer, std:
     const bool isScaled = scaling.isNeeded && !std::is_same_v<T, std::int32_t>;
     return isScaled ? fill<T, true>(scanner, scaling, buffer, count)
                     : fill<T, false>(scanner, scaling, buffer, count);
-}
-
-NumberBlock blockOf(std::span<const float> numbers, std::size_t width)
-{
-    return {NumberStorage::Float, width, numbers, {}, {}};
-}
-NumberBlock blockOf(std::span<const double> numbers, std::size_t width)
-{
-    return {NumberStorage::Double, width, {}, numbers, {}};
-}
-NumberBlock blockOf(std::span<const std::int32_t> numbers, std::size_t width)
-{
-    return {NumberStorage::Int32, width, {}, {}, numbers};
 }
 
 /// Hands elements over, one command after another along the plug's running step.

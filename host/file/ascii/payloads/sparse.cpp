@@ -2,25 +2,12 @@
 // pairs of inner index and number.
 #include "host/file/ascii/payloads/Cursor.h"
 #include "host/file/ascii/payloads/payloads.h"
+#include "host/file/numberPieces.h"
 
 #include <cassert>
 
 namespace host::file::ascii {
 namespace {
-
-constexpr std::size_t kPieceNumbers = 32768;
-constexpr std::int64_t kMaxIndex = 2147483646;
-
-/// The indexed step next to the inner multi.
-const PlugStep& outerStep(const PlugPath& plug)
-{
-    std::size_t position = plug.stepCount - 1;
-    while (position > 0 && !plug.steps[position - 1].hasIndex()) {
-        --position;
-    }
-    assert(position > 0 && "the outer step has an index");
-    return plug.steps[position - 1];
-}
 
 void send(Reader& reader, PayloadTask& task)
 {
@@ -34,13 +21,14 @@ void send(Reader& reader, PayloadTask& task)
 
 void readSparseNumbers(Reader& reader, PayloadTask& task)
 {
-    const PlugStep& outer = outerStep(task.command.plug);
+    const PlugStep* const outer = outerStep(task.command.plug);
+    assert(outer != nullptr && "the outer step has an index");
     const double factor = reader.scales.of(task.shape.units[0]);
     std::vector<SparseNumber>& sparse = reader.buffers.sparse;
     sparse.clear();
     task.command.payload = SetAttribute::Payload::SparseNumbers;
     Cursor cursor(reader);
-    for (std::int64_t i = outer.first; i <= outer.last && !cursor.hasFailed(); ++i) {
+    for (std::int64_t i = outer->first; i <= outer->last && !cursor.hasFailed(); ++i) {
         const std::size_t count = cursor.count(2);
         for (std::size_t k = 0; k < count && !cursor.hasFailed(); ++k) {
             const std::int64_t inner = cursor.integer(0, kMaxIndex);

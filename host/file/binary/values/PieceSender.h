@@ -2,14 +2,12 @@
 #pragma once
 
 #include "host/file/binary/values/values.h"
+#include "host/file/numberPieces.h"
 
 #include <cstddef>
 #include <span>
 
 namespace host::file::binary {
-
-/// Numbers of a piece: a buffer that stays in the processor's cache.
-inline constexpr std::size_t kPieceNumbers = 32768;
 
 /// Sends elements of numbers, one command after another along the plug's running step.
 class PieceSender {
@@ -42,19 +40,6 @@ public:
     }
 
 private:
-    static NumberBlock blockOf(std::span<const float> numbers, std::size_t width)
-    {
-        return {NumberStorage::Float, width, numbers, {}, {}};
-    }
-    static NumberBlock blockOf(std::span<const double> numbers, std::size_t width)
-    {
-        return {NumberStorage::Double, width, {}, numbers, {}};
-    }
-    static NumberBlock blockOf(std::span<const std::int32_t> numbers, std::size_t width)
-    {
-        return {NumberStorage::Int32, width, {}, {}, numbers};
-    }
-
     Reader& m_reader;
     SetAttribute& m_command;
     PlugStep& m_step;

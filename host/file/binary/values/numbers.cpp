@@ -2,23 +2,12 @@
 // by piece.
 #include "host/file/binary/values/PieceSender.h"
 #include "host/file/binary/values/numberLayout.h"
-#include "host/file/toInt32.h"
 
 #include <algorithm>
 #include <type_traits>
 
 namespace host::file::binary {
 namespace {
-
-template<class To, class From>
-To converted(From number)
-{
-    if constexpr (std::is_same_v<To, std::int32_t> && std::is_floating_point_v<From>) {
-        return toInt32(static_cast<double>(number));
-    } else {
-        return static_cast<To>(number);
-    }
-}
 
 template<class From, class To>
 void convertAs(const char* bytes, std::span<To> target)

@@ -8,19 +8,7 @@
 namespace host::file::binary {
 namespace {
 
-constexpr std::uint32_t kMaxIndex = 2147483646;
 constexpr std::size_t kPairBytes = sizeof(std::uint32_t) + sizeof(double);
-
-/// The indexed step next to the inner multi; null if there is none.
-const PlugStep* outerStep(const PlugPath& plug)
-{
-    for (std::size_t position = plug.stepCount; position-- > 1;) {
-        if (plug.steps[position - 1].hasIndex()) {
-            return &plug.steps[position - 1];
-        }
-    }
-    return nullptr;
-}
 
 /// True when the bytes are rows to their end.
 bool areRows(Cursor cursor, const PlugStep& outer)
