@@ -21,12 +21,9 @@ run tools/lint.sh --no-tidy
 for format in ascii binary; do
     run tests/fuzz/run_fuzzer.sh "build/fuzz/bin/${format}_fuzzer" "$(((${ORV_FUZZ_SECONDS:-60} + 1) / 2))"
 done
-# Wine makes its folder at the first start; two programs that start at once must not both try. One server serves all of them:
-# without it a program that starts while the last one's server ends may fail.
+# Wine makes its folder at the first start; two programs that start at once must not both try.
 export WINEPREFIX="$PWD/build/windows/wine"
 tools/wine.sh build/windows/bin/test_host_support.exe >/dev/null 2>&1 || true
-wineserver --persistent </dev/null >/dev/null 2>&1 || true
-trap "wineserver --kill >/dev/null 2>&1 || true" EXIT
 # Twins compare the two readers, not two builds: once is enough.
 run ctest --test-dir build/dev --output-on-failure -j "$jobs" --exclude-regex Twins
 run ctest --test-dir build/windows --output-on-failure -j "$jobs" --exclude-regex Twins
