@@ -11,35 +11,53 @@ namespace {
 
 using Corner = MeshCutter::Corner;
 
-/// What one division makes of faces: the columns and rows of a face of four (0: a face at each
-/// corner instead, as of all others), and whether the middle is joined to the corners.
+/// What one division makes of faces.
 struct Division {
-    std::uint32_t u = 0;
-    std::uint32_t v = 0;
-    bool hasFans = false;
-    bool isAscending = false; ///< the order in which faces are taken
+    enum class Into {
+        Corners, ///< a face of four at each corner, about the middle
+        Fans,    ///< a triangle over each edge, about the middle
+        Grids    ///< columns and rows of faces of four; other faces as Corners
+    };
+    Into into = Into::Corners;
+    std::uint32_t u = 1; ///< columns
+    std::uint32_t v = 1; ///< rows
 };
 
 class FaceDivider {
 public:
     FaceDivider(const MeshData& mesh, std::span<const std::uint32_t> faces,
                 const Division& division)
-        : m_topology(*mesh.topology), m_faces(faces), m_division(division), m_cutter(mesh)
+        : m_topology(*mesh.topology)
+        , m_faces(faces)
+        , m_division(division)
+        , m_cutter(mesh)
+        , m_edgeKinds(m_topology.edges.size(), EdgeKind::Whole)
     {
     }
 
     std::shared_ptr<const MeshData> run()
     {
-        if (!m_division.hasFans) {
-            splitEdges();
+        if (m_division.into == Division::Into::Grids) {
+            divideToGrids();
+            return m_cutter.finish(0);
         }
-        for (std::size_t i = 0; i < m_faces.size(); ++i) {
-            divide(m_faces[m_division.isAscending ? i : m_faces.size() - 1 - i]);
+        for (const std::uint32_t face : m_faces) {
+            if (hasHoles(face) || m_cutter.rewriter().isFull()) {
+                continue;
+            }
+            if (m_division.into == Division::Into::Fans) {
+                takeLoop(face);
+                makeFan(face);
+            } else {
+                divideToCorners(face);
+            }
         }
         return m_cutter.finish(0);
     }
 
 private:
+    enum class EdgeKind : std::uint8_t { Whole, Halved, Column, Row };
+
     bool hasHoles(std::uint32_t face) const
     {
         return m_topology.firstLoop(face + 1) - m_topology.firstLoop(face) != 1;
@@ -48,65 +66,145 @@ private:
     {
         return m_topology.endCorner(face) - m_topology.firstCorner(face);
     }
-    bool isGrid(std::uint32_t face) const { return m_division.u > 0 && cornerCount(face) == 4; }
-    /// The pieces of an edge of a face; `side` counts from the first edge.
-    std::uint32_t pieces(std::uint32_t face, std::uint32_t side) const
+    std::uint32_t edgeAt(std::uint32_t face, std::uint32_t side) const
     {
-        const bool isSingle = m_division.u == 1 && m_division.v == 1;
-        if (!isGrid(face)) {
-            return isSingle ? 1 : 2;
-        }
-        return side % 2 == 0 ? m_division.u : m_division.v;
+        return edgeOf(m_topology.corners[m_topology.firstCorner(face) + side]);
     }
-
-    /// Splits each edge into the most pieces that a face wants.
-    void splitEdges()
+    void takeLoop(std::uint32_t face)
     {
-        std::vector<std::pair<std::uint32_t, std::uint32_t>> splits;
-        for (const std::uint32_t face : m_faces) {
-            const std::uint32_t first = m_topology.firstCorner(face);
-            for (std::uint32_t side = 0; !hasHoles(face) && side < cornerCount(face); ++side) {
-                splits.emplace_back(edgeOf(m_topology.corners[first + side]), pieces(face, side));
-            }
-        }
-        std::sort(splits.begin(), splits.end(), std::greater<>());
-        std::uint32_t last = kNone;
-        for (const auto& [edge, count] : splits) {
-            if (edge == last || m_cutter.rewriter().isFull()) {
-                continue;
-            }
-            last = edge;
-            std::uint32_t rest = edge;
-            for (std::uint32_t left = count; left > 1; --left) {
-                m_cutter.splitEdge(rest, 1.0 / left);
-                rest = m_cutter.lastEdge();
-            }
-        }
-    }
-
-    void divide(std::uint32_t face)
-    {
-        if (hasHoles(face) || m_cutter.rewriter().isFull()) {
-            return;
-        }
         const std::span<const Corner> loop = m_cutter.loopOf(face);
         m_loop.assign(loop.begin(), loop.end());
-        if (m_division.hasFans) {
-            makeFan(face);
+    }
+
+    /// The middle, then vertices on those of its edges that no face before has cut.
+    void divideToCorners(std::uint32_t face)
+    {
+        takeLoop(face);
+        std::erase_if(m_loop, [this](const Corner& corner) {
+            return m_cutter.vertexAt(corner) >= m_topology.vertexCount;
+        });
+        const std::uint32_t middle = m_cutter.rewriter().addPoint(toFloat(middleOf(1)));
+        const std::uint32_t uvs = uvsInMiddle(1);
+        for (std::uint32_t side = 0; side < cornerCount(face); ++side) {
+            const std::uint32_t edge = edgeAt(face, side);
+            if (m_edgeKinds[edge] == EdgeKind::Whole) {
+                m_edgeKinds[edge] = EdgeKind::Halved;
+                m_cutter.splitEdge(edge, .5);
+            }
+        }
+        takeLoop(face);
+        if (m_loop.size() == std::size_t{2} * cornerCount(face)) {
+            makeCorners(face, middle, uvs);
+        }
+    }
+
+    // --- grids: which edges are cut, and into how many
+
+    std::uint32_t pieces(std::uint32_t edge) const
+    {
+        switch (m_edgeKinds[edge]) {
+        case EdgeKind::Column:
+            return m_division.u;
+        case EdgeKind::Row:
+            return m_division.v;
+        case EdgeKind::Halved:
+            return 2;
+        default:
+            return 1;
+        }
+    }
+
+    void divideToGrids()
+    {
+        chooseKinds();
+        splitEdges();
+        for (std::size_t i = m_faces.size(); i-- > 0;) {
+            const std::uint32_t face = m_faces[i];
+            if (!hasHoles(face) && !m_cutter.rewriter().isFull()) {
+                divideByPieces(face);
+            }
+        }
+    }
+
+    /// Columns run along the first edge of a face, but where a face before has chosen for one of
+    /// its edges already it follows that.
+    void chooseKinds()
+    {
+        for (const std::uint32_t face : m_faces) {
+            if (!hasHoles(face) && cornerCount(face) == 4) {
+                chooseKindsOf(face);
+            }
+        }
+        if (m_division.u == 1 && m_division.v == 1) {
             return;
         }
+        for (const std::uint32_t face : m_faces) {
+            for (std::uint32_t side = 0; cornerCount(face) != 4 && side < cornerCount(face);
+                 ++side) {
+                EdgeKind& kind = m_edgeKinds[edgeAt(face, side)];
+                if (!hasHoles(face) && kind == EdgeKind::Whole) {
+                    kind = EdgeKind::Halved;
+                }
+            }
+        }
+    }
+
+    void chooseKindsOf(std::uint32_t face)
+    {
+        bool isTurned = false;
+        for (std::uint32_t side = 0; side < 4; ++side) {
+            const EdgeKind kind = m_edgeKinds[edgeAt(face, side)];
+            if (kind != EdgeKind::Whole) {
+                isTurned = (kind == EdgeKind::Row) != (side % 2 == 1);
+                break;
+            }
+        }
+        for (std::uint32_t side = 0; side < 4; ++side) {
+            EdgeKind& kind = m_edgeKinds[edgeAt(face, side)];
+            if (kind == EdgeKind::Whole) {
+                kind = (side % 2 == 1) != isTurned ? EdgeKind::Row : EdgeKind::Column;
+            }
+        }
+    }
+
+    /// From the highest number down.
+    void splitEdges()
+    {
+        for (std::size_t i = m_edgeKinds.size(); i-- > 0 && !m_cutter.rewriter().isFull();) {
+            auto rest = static_cast<std::uint32_t>(i);
+            for (std::uint32_t left = pieces(rest); left > 1; --left) {
+                m_cutter.splitEdge(rest, 1.0 / left);
+                rest = m_cutter.lastEdge();
+                if (m_cutter.rewriter().isFull()) {
+                    return;
+                }
+            }
+        }
+    }
+
+    void divideByPieces(std::uint32_t face)
+    {
         const std::uint32_t count = cornerCount(face);
         std::size_t expected = 0;
+        bool areHalved = true;
         for (std::uint32_t side = 0; side < count; ++side) {
-            expected += pieces(face, side);
+            const std::uint32_t number = pieces(edgeAt(face, side));
+            expected += number;
+            areHalved = areHalved && number == 2;
         }
-        if (m_loop.size() != expected) {
-            return; // a neighbour asked for other pieces
+        takeLoop(face);
+        if (m_loop.size() != expected || expected == count) {
+            return;
         }
-        if (isGrid(face)) {
-            makeGrid(face);
-        } else if (expected > count) {
-            makeCorners(face);
+        if (count == 4) {
+            m_u = pieces(edgeAt(face, 0));
+            m_v = pieces(edgeAt(face, 1));
+            if (m_u == pieces(edgeAt(face, 2)) && m_v == pieces(edgeAt(face, 3))) {
+                makeGrid(face);
+            }
+        } else if (areHalved) {
+            const std::uint32_t middle = m_cutter.rewriter().addPoint(toFloat(middleOf(2)));
+            makeCorners(face, middle, uvsInMiddle(2));
         }
     }
 
@@ -155,11 +253,10 @@ private:
         return m_cutter.rewriter().uvPoints(set)[static_cast<std::size_t>(id)];
     }
 
-    /// A face of four at each corner; the loop has the middles of its edges.
-    void makeCorners(std::uint32_t face)
+    /// A face of four at each corner; the loop has the middles of its edges. Each begins at the
+    /// middle of the edge before its corner.
+    void makeCorners(std::uint32_t face, std::uint32_t middle, std::uint32_t uvs)
     {
-        const std::uint32_t middle = m_cutter.rewriter().addPoint(toFloat(middleOf(2)));
-        const std::uint32_t uvs = uvsInMiddle(2);
         const auto firstSpoke = static_cast<std::uint32_t>(m_cutter.rewriter().edges().size());
         const std::size_t count = m_loop.size() / 2;
         for (std::size_t side = 0; side < count; ++side) {
@@ -170,9 +267,9 @@ private:
             const auto spokeOut = firstSpoke + static_cast<std::uint32_t>(corner);
             const auto spokeBack = firstSpoke + static_cast<std::uint32_t>(back / 2);
             const std::array<Corner, 4> cell{
-                m_loop[2 * corner],
+                m_loop[back], m_loop[2 * corner],
                 Corner{referenceTo(spokeOut, false), m_loop[2 * corner + 1].uvs},
-                Corner{referenceTo(spokeBack, true), uvs}, m_loop[back]};
+                Corner{referenceTo(spokeBack, true), uvs}};
             place(face, cell, corner == 0);
         }
     }
@@ -215,12 +312,12 @@ private:
         std::uint32_t uvs = 0;
     };
 
-    std::size_t at(std::size_t i, std::size_t j) const { return j * (m_division.u + 1) + i; }
+    std::size_t at(std::size_t i, std::size_t j) const { return j * (m_u + 1) + i; }
 
     void makeGrid(std::uint32_t face)
     {
-        const std::size_t u = m_division.u;
-        const std::size_t v = m_division.v;
+        const std::size_t u = m_u;
+        const std::size_t v = m_v;
         m_knots.assign((u + 1) * (v + 1), {});
         m_rowEdges.assign((u + 1) * (v + 1), 0);
         m_columnEdges.assign((u + 1) * (v + 1), 0);
@@ -257,8 +354,8 @@ private:
     /// The inner points and edges.
     void fillGrid()
     {
-        const std::size_t u = m_division.u;
-        const std::size_t v = m_division.v;
+        const std::size_t u = m_u;
+        const std::size_t v = m_v;
         for (std::size_t j = 1; j < v; ++j) {
             for (std::size_t i = 1; i < u; ++i) {
                 m_knots[at(i, j)] = innerKnot(static_cast<double>(i) / static_cast<double>(u),
@@ -286,8 +383,8 @@ private:
     /// Between the four corners in proportion.
     Knot innerKnot(double s, double t)
     {
-        const std::size_t u = m_division.u;
-        const std::size_t v = m_division.v;
+        const std::size_t u = m_u;
+        const std::size_t v = m_v;
         const std::array<std::size_t, 4> corners{at(0, 0), at(u, 0), at(u, v), at(0, v)};
         const std::array<double, 4> weights{(1 - s) * (1 - t), s * (1 - t), s * t, (1 - s) * t};
         Vec3d point;
@@ -322,7 +419,10 @@ private:
     std::span<const std::uint32_t> m_faces;
     const Division& m_division;
     MeshCutter m_cutter;
+    std::vector<EdgeKind> m_edgeKinds; ///< of the mesh before
     std::vector<Corner> m_loop;
+    std::size_t m_u = 1; ///< of the grid that is made
+    std::size_t m_v = 1;
     std::vector<Knot> m_knots;
     std::vector<std::int32_t> m_rowEdges;    ///< from each knot to the next along u
     std::vector<std::int32_t> m_columnEdges; ///< along v
@@ -346,7 +446,7 @@ std::shared_ptr<const MeshData> repeat(const MeshData& mesh, std::span<const std
     // The first time makes a face of each corner, and each later one at least three of each face.
     std::size_t expected = cornersOf(mesh, faces);
     for (std::uint32_t time = 1; time < times && expected <= kMaxDividedFaces; ++time) {
-        expected *= division.hasFans ? 3 : 4;
+        expected *= division.into == Division::Into::Fans ? 3 : 4;
     }
     if (expected > kMaxDividedFaces) {
         return nullptr;
@@ -376,12 +476,12 @@ std::shared_ptr<const MeshData> subdivideToTriangles(const MeshData& mesh,
                                                      std::span<const std::uint32_t> faces,
                                                      std::uint32_t times)
 {
-    return repeat(mesh, faces, times, Division{.hasFans = true});
+    return repeat(mesh, faces, times, Division{.into = Division::Into::Fans});
 }
 
 std::shared_ptr<const MeshData> fanFaces(const MeshData& mesh, std::span<const std::uint32_t> faces)
 {
-    return repeat(mesh, faces, 1, Division{.hasFans = true, .isAscending = true});
+    return repeat(mesh, faces, 1, Division{.into = Division::Into::Fans});
 }
 
 std::shared_ptr<const MeshData> subdivideToGrids(const MeshData& mesh,
@@ -392,7 +492,7 @@ std::shared_ptr<const MeshData> subdivideToGrids(const MeshData& mesh,
         cornersOf(mesh, faces) * std::uint64_t{u} * v > std::uint64_t{kMaxDividedFaces} * 4) {
         return nullptr;
     }
-    return FaceDivider(mesh, faces, Division{.u = u, .v = v}).run();
+    return FaceDivider(mesh, faces, Division{.into = Division::Into::Grids, .u = u, .v = v}).run();
 }
 
 } // namespace host::geometry

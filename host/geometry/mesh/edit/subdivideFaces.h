@@ -15,15 +15,16 @@ inline constexpr std::uint32_t kMaxDividedFaces = 1U << 22;
 /// Every edge of the faces (ascending) is halved, and each face becomes a face of four at each of
 /// its corners, round a new vertex in its middle; that many times over.
 ///
-/// Numbers  The edges are taken from the highest number down: each gives a vertex and a second
-///          half. So are the faces: each gives a vertex in the middle, an edge from the middle of
-///          each of its edges in turn, and a face for each corner but the first, which keeps the
-///          number of the face.
+/// Numbers  face by face, ascending: a vertex in the middle; for each of its edges in turn that is
+///          not halved yet a vertex and a second half; an edge from each of these vertices to the
+///          middle; a face for each corner but the first, which keeps the number of the face. They
+///          begin at the vertex before the corner. A later time takes all faces of the time before,
+///          ascending.
 /// Failure  null beyond kMaxDividedFaces.
 std::shared_ptr<const MeshData>
 subdivideToQuads(const MeshData& mesh, std::span<const std::uint32_t> faces, std::uint32_t times);
 
-/// The same with a triangle over each edge, about the middle.
+/// The same with a triangle over each edge, about the middle; no edge is cut.
 std::shared_ptr<const MeshData> subdivideToTriangles(const MeshData& mesh,
                                                      std::span<const std::uint32_t> faces,
                                                      std::uint32_t times);
@@ -34,13 +35,15 @@ std::shared_ptr<const MeshData> subdivideToTriangles(const MeshData& mesh,
 std::shared_ptr<const MeshData> fanFaces(const MeshData& mesh,
                                          std::span<const std::uint32_t> faces);
 
-/// Faces of four become grids of u columns along their first edge and v rows; other faces are
+/// Faces of four become grids of u columns and v rows. Columns run along the first edge of a face;
+/// where a face before it in the list shares an edge with it, they run as that edge was cut. A face
+/// whose opposite edges are cut into different numbers of pieces keeps its corners. Other faces are
 /// divided as `subdivideToQuads` does it, where u or v is more than 1.
 ///
-/// Numbers  As there: edges from the highest number down, each giving its inner vertices and the
-///          edges from them on from its start to its end; then faces from the highest number down,
-///          with their inner vertices, edges and cells row by row. The first cell keeps the number
-///          of the face.
+/// Numbers  Edges from the highest number down, each giving its inner vertices and the edges from
+///          them on from its start to its end; then faces from the highest number down, with their
+///          inner vertices, edges and cells row by row. The first cell keeps the number of the
+///          face.
 /// Failure  null beyond kMaxDividedFaces.
 std::shared_ptr<const MeshData> subdivideToGrids(const MeshData& mesh,
                                                  std::span<const std::uint32_t> faces,

@@ -7,6 +7,9 @@
 #include "host/geometry/mesh/primitives/roundSolids.h"
 #include "tests/unit/host_geometry/mesh/edit/flatMesh.h"
 
+#include <cmath>
+#include <numeric>
+
 namespace host::geometry::test {
 namespace {
 
@@ -221,18 +224,82 @@ TEST(SplitFaces, whatDoesNotFitIsRefused)
     EXPECT_EQ(splitFaces(*solidCube(), std::vector<SplitPoint>(), 0), nullptr);
 }
 
-/// A square: edges from the highest (2 to 0) down, then the middle; a face at each corner.
+/// A square: the middle, then its edges (0 to 1, 1 to 3, 3 to 2, 2 to 0); a face at each corner.
 TEST(SubdivideFaces, aSquareIntoFour)
 {
     const SharedMesh mesh = subdivideToQuads(grid(1, 1), Numbers{0}, 1);
     ASSERT_NE(mesh, nullptr);
-    EXPECT_EQ(pointOf(mesh, 4), (Vec3f{0, .5F, 0}));
-    EXPECT_EQ(pointOf(mesh, 5), (Vec3f{.5F, 1, 0}));
+    EXPECT_EQ(pointOf(mesh, 4), (Vec3f{.5F, .5F, 0}));
+    EXPECT_EQ(pointOf(mesh, 5), (Vec3f{.5F, 0, 0}));
     EXPECT_EQ(pointOf(mesh, 6), (Vec3f{1, .5F, 0}));
-    EXPECT_EQ(pointOf(mesh, 7), (Vec3f{.5F, 0, 0}));
-    EXPECT_EQ(pointOf(mesh, 8), (Vec3f{.5F, .5F, 0}));
+    EXPECT_EQ(pointOf(mesh, 7), (Vec3f{.5F, 1, 0}));
+    EXPECT_EQ(pointOf(mesh, 8), (Vec3f{0, .5F, 0}));
     EXPECT_EQ(outerLoops(*mesh),
-              (std::vector<Loop>{{0, 7, 8, 4}, {1, 6, 8, 7}, {3, 5, 8, 6}, {2, 4, 8, 5}}));
+              (std::vector<Loop>{{8, 0, 5, 4}, {5, 1, 6, 4}, {6, 3, 7, 4}, {7, 2, 8, 4}}));
+}
+
+/// The edges of which both ends pass a test.
+template<class Test>
+Numbers edgesWhere(const SharedMesh& mesh, const Test& test)
+{
+    Numbers found;
+    for (std::uint32_t edge = 0; edge < mesh->topology->edges.size(); ++edge) {
+        const MeshEdge& ends = mesh->topology->edges[edge];
+        if (test(pointOf(mesh, ends.start)) && test(pointOf(mesh, ends.end))) {
+            found.push_back(edge);
+        }
+    }
+    return found;
+}
+
+/// In a saved scene the rims of the top and the bottom of a divided cube are beveled by these
+/// numbers, and in another one the four parts of the bottom are drawn out.
+TEST(SubdivideFaces, numbersThatScenesNameOnACube)
+{
+    const SharedMesh mesh = subdivideToQuads(*solidCube(), Numbers{0, 1, 2, 3, 4, 5}, 1);
+    ASSERT_NE(mesh, nullptr);
+    const auto isOnRim = [](const Vec3f& point) {
+        const auto isOut = [](float c) { return std::abs(c) == .5F; };
+        return isOut(point.y) && (isOut(point.x) || isOut(point.z));
+    };
+    EXPECT_EQ(edgesWhere(mesh, isOnRim),
+              (Numbers{0, 1, 2, 3, 6, 7, 10, 11, 12, 14, 20, 21, 22, 28, 34, 35}));
+    for (const std::uint32_t face : {3U, 15U, 16U, 17U}) {
+        for (const std::uint32_t vertex : loopsOf(*mesh, face).front()) {
+            EXPECT_EQ(pointOf(mesh, vertex).y, -.5F);
+        }
+    }
+}
+
+/// In a saved scene two lines along a plane of ten by ten, divided, are creased by these numbers.
+TEST(SubdivideFaces, numbersThatASceneNamesOnAPlane)
+{
+    Numbers all(100);
+    std::iota(all.begin(), all.end(), 0U);
+    const SharedMesh plane = makePlane({}, {});
+    ASSERT_EQ(plane->topology->faceCount(), 100u);
+    const SharedMesh mesh = subdivideToQuads(*plane, all, 1);
+    ASSERT_NE(mesh, nullptr);
+    const float column = pointOf(plane, 4).x;
+    const auto isOnLine = [column](const Vec3f& point) {
+        return std::abs(std::abs(point.x) - std::abs(column)) < 1e-4F;
+    };
+    EXPECT_EQ(edgesWhere(mesh, isOnLine),
+              (Numbers{9,   13,  30,  34,  51,  55,  72,  76,  93,  97,  114, 118, 135, 139,
+                       156, 160, 177, 181, 198, 202, 243, 257, 310, 322, 371, 383, 432, 444,
+                       493, 505, 554, 566, 615, 627, 676, 688, 737, 749, 798, 810}));
+}
+
+/// In a saved scene the corner cells of a face that is divided three times, in a mesh of 70 faces,
+/// are 97, 106, 115 and 124: 27, 36, 45 and 54 from the first new one on.
+TEST(SubdivideFaces, cornersAfterThreeTimes)
+{
+    const SharedMesh mesh = subdivideToQuads(grid(1, 1), Numbers{0}, 3);
+    ASSERT_NE(mesh, nullptr);
+    const Pairs cornerOfFace{{1 + 27, 0}, {1 + 36, 1}, {1 + 45, 3}, {1 + 54, 2}};
+    for (const auto& [face, vertex] : cornerOfFace) {
+        EXPECT_EQ(loopsOf(*mesh, face).front()[1], vertex);
+    }
 }
 
 TEST(SubdivideFaces, levelsMultiply)
@@ -275,6 +342,37 @@ TEST(SubdivideFaces, twoColumns)
     EXPECT_EQ(pointOf(mesh, loopsOf(*mesh, 3).front()[1]), (Vec3f{1, 0, 0}));
     EXPECT_NEAR(totalArea(*mesh).z, 2, 1e-6);
     EXPECT_EQ(subdivideToGrids(grid(1, 1), Numbers{0}, 1U << 31U, 1U << 31U), nullptr);
+}
+
+/// Two columns of all faces of a cube: the edges along x are halved. The right and the left face
+/// have only edges that are columns of none before them, and stay; in a saved scene such a cube has
+/// twelve vertices and ten faces, the left half of the top keeps number 1.
+TEST(SubdivideFaces, columnsRunRoundACube)
+{
+    const SharedMesh mesh = subdivideToGrids(*solidCube(), Numbers{0, 1, 2, 3, 4, 5}, 2, 1);
+    ASSERT_NE(mesh, nullptr);
+    EXPECT_EQ(mesh->topology->vertexCount, 12u);
+    EXPECT_EQ(mesh->topology->faceCount(), 10u);
+    for (std::uint32_t vertex = 8; vertex < 12; ++vertex) {
+        EXPECT_EQ(pointOf(mesh, vertex).x, 0);
+    }
+    for (const std::uint32_t vertex : loopsOf(*mesh, 1).front()) {
+        EXPECT_LE(pointOf(mesh, vertex).x, 0);
+        EXPECT_EQ(pointOf(mesh, vertex).y, .5F);
+    }
+}
+
+/// Two rows of the top, bottom, right and left of a cube: one cut runs round all four of them. In a
+/// saved scene such a cube has twenty edges.
+TEST(SubdivideFaces, rowsRunRoundACube)
+{
+    const SharedMesh mesh = subdivideToGrids(*solidCube(), Numbers{1, 3, 4, 5}, 1, 2);
+    ASSERT_NE(mesh, nullptr);
+    EXPECT_EQ(mesh->topology->edges.size(), 20u);
+    EXPECT_EQ(mesh->topology->faceCount(), 10u);
+    for (std::uint32_t vertex = 8; vertex < mesh->topology->vertexCount; ++vertex) {
+        EXPECT_EQ(pointOf(mesh, vertex).z, 0);
+    }
 }
 
 TEST(SubdivideFaces, trianglesAboutTheMiddle)
