@@ -3,6 +3,7 @@
 #include "host/eval/convertValue.h"
 #include "host/eval/outputNames.h"
 #include "host/eval/plugSource.h"
+#include "host/geometry/mesh/MeshData.h"
 
 #include <algorithm>
 #include <array>
@@ -103,13 +104,21 @@ public:
                    : m_evaluator.m_graph.node(m_plug.node).slots[slot].value.number(entry.initial);
     }
 
-    const NumericArray* array(std::size_t position) override
+    const NumericArray* array(std::size_t position, std::span<const std::int32_t> outer) override
     {
         const AttributeIndex attribute = (*m_entry.inputs)[position].attribute;
         if (attribute == kNoAttribute) {
             return nullptr;
         }
-        return m_evaluator.m_graph.findNumericArray({m_plug.node, attribute, kNoSlot, -1});
+        const Plug plug =
+            outer.empty() ? Plug{m_plug.node, attribute, kNoSlot, -1} : plugInside(position, outer);
+        return m_evaluator.m_graph.findNumericArray(plug);
+    }
+
+    std::vector<InnerArray> innerArrays(std::size_t position) override
+    {
+        const AttributeIndex attribute = (*m_entry.inputs)[position].attribute;
+        return m_evaluator.innerArraysOf(m_plug.node, attribute);
     }
 
     std::vector<std::int32_t> elementIndices(std::size_t position,
@@ -134,6 +143,14 @@ public:
 
     std::shared_ptr<const void>& kept() override { return m_evaluator.m_kept[m_plug.node]; }
 
+    Matrix4 worldMatrixOf(const geometry::ShapeMark& mark) override
+    {
+        const auto node = static_cast<graph::NodeId>(mark.node - 1);
+        return mark.node > 0 && node < m_evaluator.m_graph.nodeCount()
+                   ? worldMatrixAt(node, mark.instance)
+                   : Matrix4{};
+    }
+
     Matrix4 parentWorldMatrix() override
     {
         const auto instance = static_cast<std::uint32_t>(std::max(0, m_plug.index));
@@ -141,15 +158,7 @@ public:
         if (above.parent == graph::kNoNode || above.parent == graph::kWorld) {
             return {};
         }
-        const graph::Graph& graph = m_evaluator.m_graph;
-        const AttributeIndex attribute = graph.findAttribute(above.parent, "worldMatrix");
-        if (attribute == kNoAttribute) {
-            return {};
-        }
-        const Plug plug{above.parent, attribute, kNoSlot,
-                        static_cast<std::int32_t>(above.instance)};
-        const auto matrix = m_evaluator.fetch(plug).value_or(Value()).data<Matrix4>();
-        return matrix != nullptr ? *matrix : Matrix4{};
+        return worldMatrixAt(above.parent, static_cast<std::int32_t>(above.instance));
     }
 
     std::int32_t nodeNumber() const override { return static_cast<std::int32_t>(m_plug.node) + 1; }
@@ -168,6 +177,17 @@ public:
     bool isUncomputed() const { return m_isUncomputed; }
 
 private:
+    Matrix4 worldMatrixAt(NodeId node, std::int32_t instance)
+    {
+        const AttributeIndex attribute = m_evaluator.m_graph.findAttribute(node, "worldMatrix");
+        if (attribute == kNoAttribute) {
+            return {};
+        }
+        const Plug plug{node, attribute, kNoSlot, instance};
+        const auto matrix = m_evaluator.fetch(plug).value_or(Value()).data<Matrix4>();
+        return matrix != nullptr ? *matrix : Matrix4{};
+    }
+
     /// The plug that one index per multi leads to on the way down to an input; where the indices
     /// end early the multi at which they do; null plug when there are too many.
     Plug plugInside(std::size_t position, std::span<const std::int32_t> indices)
@@ -429,6 +449,36 @@ std::vector<std::int32_t> Evaluator::connectedElementsOf(const Plug& array) cons
     std::sort(indices.begin(), indices.end());
     indices.erase(std::unique(indices.begin(), indices.end()), indices.end());
     return indices;
+}
+
+/// The arrays of a multi inside elements of multis, in one pass over the node's slots.
+std::vector<InnerArray> Evaluator::innerArraysOf(NodeId node, AttributeIndex attribute) const
+{
+    std::vector<InnerArray> found;
+    const std::vector<Slot>& slots = m_graph.node(node).slots;
+    for (const Slot& slot : slots) {
+        if (slot.attribute != attribute || slot.array == nullptr || slot.array->empty()) {
+            continue;
+        }
+        InnerArray inner;
+        inner.numbers = slot.array.get();
+        std::size_t depth = 0;
+        for (SlotId at = slot.context; at != kNoSlot; at = slots[at].context) {
+            if (depth < InnerArray::kMaxDepth) {
+                inner.way[depth] = slots[at].index;
+            }
+            ++depth;
+        }
+        if (depth <= InnerArray::kMaxDepth) {
+            std::reverse(inner.way.begin(), inner.way.begin() + static_cast<std::ptrdiff_t>(depth));
+            found.push_back(inner);
+        }
+    }
+    const auto byWay = [](const InnerArray& a, const InnerArray& b) { return a.way < b.way; };
+    if (!std::is_sorted(found.begin(), found.end(), byWay)) {
+        std::sort(found.begin(), found.end(), byWay);
+    }
+    return found;
 }
 
 Value Evaluator::attempt(const Plug& plug)

@@ -83,6 +83,7 @@ private:
 
     std::vector<std::int32_t> elementsOf(const graph::Plug& array);
     std::vector<std::int32_t> connectedElementsOf(const graph::Plug& array) const;
+    std::vector<InnerArray> innerArraysOf(graph::NodeId node, AttributeIndex attribute) const;
     std::vector<graph::Plug> geometryInputs(const graph::Plug& output);
     std::vector<graph::Plug> unknownNodeInputs(const graph::Plug& output) const;
     bool isWithoutEffect(graph::NodeId node);

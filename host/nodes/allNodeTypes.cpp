@@ -2,6 +2,7 @@
 
 #include "host/nodes/animation/allAnimationNodes.h"
 #include "host/nodes/arithmetic/allArithmeticNodes.h"
+#include "host/nodes/deform/allDeformNodes.h"
 #include "host/nodes/hair/allHairNodes.h"
 #include "host/nodes/nodeTypes.h"
 #include "host/nodes/nurbs/allNurbsNodes.h"
@@ -30,9 +31,10 @@ bool byType(const NodeCompute* left, const NodeCompute* right)
 std::vector<const NodeCompute*> gather()
 {
     std::vector<const NodeCompute*> rows(kCommonNodes.begin(), kCommonNodes.end());
-    for (const auto folder : {allAnimationNodes(), allArithmeticNodes(), allHairNodes(),
-                              allNurbsNodes(), allPolygonCreatorNodes(), allPolygonShapeNodes(),
-                              allPolygonTextureNodes(), allPolygonTopologyNodes()}) {
+    for (const auto folder :
+         {allAnimationNodes(), allArithmeticNodes(), allDeformNodes(), allHairNodes(),
+          allNurbsNodes(), allPolygonCreatorNodes(), allPolygonShapeNodes(),
+          allPolygonTextureNodes(), allPolygonTopologyNodes()}) {
         rows.insert(rows.end(), folder.begin(), folder.end());
     }
     std::stable_sort(rows.begin(), rows.end(), byType);

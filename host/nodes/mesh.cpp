@@ -3,6 +3,7 @@
 #include "host/nodes/nodeTypes.h"
 #include "host/nodes/pointOffsets.h"
 
+#include <algorithm>
 #include <array>
 
 namespace host::nodes {
@@ -13,6 +14,7 @@ constexpr std::array<std::string_view, 8> kInputs{
 constexpr std::size_t kTweaks = 2;
 constexpr std::size_t kTweakX = 5;
 constexpr std::array<std::string_view, 2> kOutputs{"outMesh", "worldMesh"};
+constexpr std::size_t kWorldMesh = 1;
 
 /// An enumeration's value, or `fallback` where the number is none of its `count` values.
 template<class T>
@@ -37,6 +39,18 @@ Shared<geometry::MeshData> styled(const Shared<geometry::MeshData>& mesh, const 
     return changed;
 }
 
+/// Says of a mesh for the world which shape's instance it is, of others that it is none's.
+Shared<geometry::MeshData> marked(const Shared<geometry::MeshData>& mesh,
+                                  const geometry::ShapeMark& mark)
+{
+    if (mesh->shape == mark) {
+        return mesh;
+    }
+    auto changed = std::make_shared<geometry::MeshData>(*mesh);
+    changed->shape = mark;
+    return changed;
+}
+
 Expected<Value> compute(ComputeContext& context)
 {
     auto mesh = context.input(0).data<geometry::MeshData>();
@@ -49,7 +63,11 @@ Expected<Value> compute(ComputeContext& context)
     if (mesh == nullptr || !context.isComplete()) {
         return Value();
     }
-    return Value(styled(tweaks.applied(mesh), quadSplit, normalMethod));
+    const bool isForWorld = context.output() == kWorldMesh;
+    const geometry::ShapeMark mark =
+        isForWorld ? geometry::ShapeMark{context.nodeNumber(), std::max(0, context.index())}
+                   : geometry::ShapeMark{};
+    return Value(marked(styled(tweaks.applied(mesh), quadSplit, normalMethod), mark));
 }
 
 } // namespace

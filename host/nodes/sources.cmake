@@ -12,6 +12,6 @@ set(SOURCES
     transformParts.cpp
     unitConversion.cpp
 )
-foreach(room animation arithmetic hair nurbs polygon)
+foreach(room animation arithmetic deform hair nurbs polygon)
     include(${CMAKE_CURRENT_LIST_DIR}/${room}/sources.cmake)
 endforeach()

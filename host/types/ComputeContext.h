@@ -7,6 +7,7 @@
 #include "host/types/NumericArray.h"
 #include "host/types/Value.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -15,6 +16,18 @@
 #include <vector>
 
 namespace host {
+
+namespace geometry {
+struct ShapeMark;
+}
+
+/// The stored numbers of a multi inside elements of other multis: `way` holds the indices of those,
+/// the outermost first.
+struct InnerArray {
+    static constexpr std::size_t kMaxDepth = 4;
+    std::array<std::int32_t, kMaxDepth> way{};
+    const NumericArray* numbers = nullptr; ///< never null
+};
 
 /// The questions of one computation of one output. Inputs are named by their position in the row's
 /// list. An input that must be computed first is not there yet when it is asked for: the answer is
@@ -36,8 +49,13 @@ public:
     virtual bool isConnected(std::size_t position) = 0;
     /// As a number; `fallback` where the node has no such attribute or its value is no number.
     virtual double number(std::size_t position, double fallback) = 0;
-    /// The stored elements of a numeric multi; null when it has none.
-    virtual const NumericArray* array(std::size_t position) = 0;
+    /// The stored elements of a numeric multi; null when it has none. With multis around it `outer`
+    /// holds their indices, the outermost first.
+    virtual const NumericArray* array(std::size_t position,
+                                      std::span<const std::int32_t> outer = {}) = 0;
+    /// Those of a numeric multi inside all elements of the multis around it, ascending by them, in
+    /// one pass. What is deeper than `InnerArray::kMaxDepth` is left out.
+    virtual std::vector<InnerArray> innerArrays(std::size_t position) = 0;
     /// The logical indices at which a multi input has elements (set or connected), ascending. For
     /// an input that is a child of a multi compound ("key_Position" of key[i]) those of the
     /// compound. With multis inside multis `outer` holds the indices of those further out, the
@@ -59,6 +77,9 @@ public:
 
     /// World matrix of the parent on the instance path `index()`; identity below the world.
     virtual Matrix4 parentWorldMatrix() = 0;
+    /// World matrix of the shape that put its mark on a mesh, see `geometry::ShapeMark`; identity
+    /// for a mark of none.
+    virtual Matrix4 worldMatrixOf(const geometry::ShapeMark& mark) = 0;
     /// A positive number that no other node of the scene has.
     virtual std::int32_t nodeNumber() const = 0;
     /// The time in ticks; makes the result depend on it.

@@ -62,7 +62,7 @@ public:
         return input(position).number(fallback);
     }
     /// The numbers of moved points or texture coordinates, some of them behind the last one.
-    const host::NumericArray* array(std::size_t position) override
+    const host::NumericArray* array(std::size_t position, std::span<const std::int32_t>) override
     {
         const auto [entry, isNew] = m_arrays.try_emplace(position);
         if (isNew && kindOf(position) == host::AttributeKind::Compound) {
@@ -78,6 +78,24 @@ public:
             entry->second = std::move(made);
         }
         return entry->second.get();
+    }
+    /// Weights of points, some of them behind the last one, for indices that may be anything.
+    std::vector<host::InnerArray> innerArrays(std::size_t position) override
+    {
+        std::vector<host::InnerArray> found;
+        for (const std::int32_t index : elementIndices(position, {})) {
+            auto& made = m_inners[{position, {index}}];
+            if (made == nullptr) {
+                made = std::make_unique<host::NumericArray>(host::NumberStorage::Double, 1U);
+                for (std::uint32_t left = m_bytes.below(5); left > 0; --left) {
+                    made->storeComponent(m_bytes.below(count("vtx") + 2), 0, real());
+                }
+            }
+            if (!made->empty()) {
+                found.push_back({{index}, made.get()});
+            }
+        }
+        return found;
     }
     std::vector<std::int32_t> elementIndices(std::size_t position,
                                              std::span<const std::int32_t> outer) override
@@ -108,6 +126,7 @@ public:
     }
     std::shared_ptr<const void>& kept() override { return m_kept; }
     host::Matrix4 parentWorldMatrix() override { return {}; }
+    host::Matrix4 worldMatrixOf(const host::geometry::ShapeMark&) override { return {}; }
     std::int32_t nodeNumber() const override { return 1; }
     std::int64_t time() override { return 0; }
     void noteUncomputed() override {}
@@ -257,6 +276,7 @@ private:
     std::map<Place, host::Value> m_values;
     std::map<Place, std::unique_ptr<std::vector<std::int32_t>>> m_indices;
     std::map<std::size_t, std::unique_ptr<host::NumericArray>> m_arrays;
+    std::map<Place, std::unique_ptr<host::NumericArray>> m_inners;
     std::shared_ptr<const void> m_kept;
 };
 

@@ -1,6 +1,7 @@
 // The answers to one computation, from a table.
 #pragma once
 
+#include "host/geometry/mesh/MeshData.h"
 #include "host/types/ComputeContext.h"
 
 #include <algorithm>
@@ -23,6 +24,10 @@ public:
 
     std::map<std::string, host::Value, std::less<>> values;
     std::map<std::string, const host::NumericArray*, std::less<>> arrays;
+    /// Per multi inside multis: the stored numbers by the indices of those, the outermost first.
+    std::map<std::string, std::map<std::vector<std::int32_t>, const host::NumericArray*>,
+             std::less<>>
+        inners;
     /// Per multi input: the values of its elements by their indices, the outermost first.
     std::map<std::string, std::map<std::vector<std::int32_t>, host::Value>, std::less<>> elements;
     /// Inputs that count as connected.
@@ -77,10 +82,33 @@ public:
     {
         return input(position).number(fallback);
     }
-    const host::NumericArray* array(std::size_t position) override
+    const host::NumericArray* array(std::size_t position,
+                                    std::span<const std::int32_t> outer) override
     {
+        if (!outer.empty()) {
+            const auto inner = inners.find(m_row.inputs[position]);
+            if (inner == inners.end()) {
+                return nullptr;
+            }
+            const auto found = inner->second.find({outer.begin(), outer.end()});
+            return found == inner->second.end() ? nullptr : found->second;
+        }
         const auto found = arrays.find(m_row.inputs[position]);
         return found == arrays.end() ? nullptr : found->second;
+    }
+    std::vector<host::InnerArray> innerArrays(std::size_t position) override
+    {
+        std::vector<host::InnerArray> found;
+        const auto inner = inners.find(m_row.inputs[position]);
+        if (inner == inners.end()) {
+            return found;
+        }
+        for (const auto& [way, numbers] : inner->second) {
+            host::InnerArray one{{}, numbers};
+            std::copy(way.begin(), way.end(), one.way.begin());
+            found.push_back(one);
+        }
+        return found;
     }
     std::vector<std::int32_t> elementIndices(std::size_t position,
                                              std::span<const std::int32_t> outer) override
@@ -117,6 +145,10 @@ public:
     }
     std::shared_ptr<const void>& kept() override { return m_kept; }
     host::Matrix4 parentWorldMatrix() override { return parent; }
+    host::Matrix4 worldMatrixOf(const host::geometry::ShapeMark& mark) override
+    {
+        return mark.node == 0 ? host::Matrix4{} : parent;
+    }
     std::int32_t nodeNumber() const override { return number_; }
     std::int64_t time() override { return ticks; }
     void noteUncomputed() override { ++timesUncomputed; }

@@ -69,6 +69,20 @@ struct FaceGroup {
     std::shared_ptr<const std::vector<std::uint32_t>> faces;
 };
 
+/// Points that carry a group number, which deformers go by. Ascending points.
+struct PointGroup {
+    std::int32_t id = 0;
+    std::shared_ptr<const std::vector<std::uint32_t>> points;
+};
+
+/// The shape, by the number of its node, whose instance a mesh was handed out as in world space:
+/// the points are in its own space, but whoever needs the world finds it there.
+struct ShapeMark {
+    std::int32_t node = 0; ///< 0: none
+    std::int32_t instance = 0;
+    friend bool operator==(const ShapeMark&, const ShapeMark&) = default;
+};
+
 /// How computed normals weigh the faces of a vertex; the numbers are those of the attribute
 /// vertexNormalMethod.
 enum class NormalWeighting : std::uint8_t { None = 0, Angle = 1, Area = 2, AngleAndArea = 3 };
@@ -99,6 +113,8 @@ struct MeshData {
     std::string currentUvSet;
     std::shared_ptr<const std::vector<std::uint32_t>> invisibleFaces; ///< ascending; may be null
     std::vector<FaceGroup> groups;
+    std::vector<PointGroup> pointGroups;
+    ShapeMark shape;
     std::shared_ptr<const MeshCreases> creases; ///< may be null
     NormalWeighting normalWeighting = NormalWeighting::AngleAndArea;
     QuadSplit quadSplit = QuadSplit::BestShape;
