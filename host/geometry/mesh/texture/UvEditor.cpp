@@ -57,6 +57,14 @@ std::int32_t UvEditor::add(const Vec2f& point)
     return static_cast<std::int32_t>(m_points.size() - 1);
 }
 
+void UvEditor::clear(std::span<const std::uint32_t> faces)
+{
+    for (const std::uint32_t face : faces) {
+        std::fill(m_corners.begin() + topology().firstCorner(face),
+                  m_corners.begin() + topology().endCorner(face), -1);
+    }
+}
+
 std::vector<std::uint32_t> UvEditor::idsOfFaces(std::span<const std::uint32_t> faces) const
 {
     std::vector<bool> isThere(m_points.size());

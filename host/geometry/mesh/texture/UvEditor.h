@@ -37,6 +37,8 @@ public:
 
     /// A new id, behind all others; those of a mesh are fewer than 2^31.
     std::int32_t add(const Vec2f& point);
+    /// Takes the coordinates away from the corners of faces.
+    void clear(std::span<const std::uint32_t> faces);
     /// The ids that the corners of the faces (ascending) have, ascending.
     std::vector<std::uint32_t> idsOfFaces(std::span<const std::uint32_t> faces) const;
     /// Takes away what no corner has; what stays closes up in order.

@@ -180,10 +180,7 @@ std::shared_ptr<const MeshData> deleteUvs(const MeshData& mesh, std::size_t set,
                                           std::span<const std::uint32_t> faces)
 {
     UvEditor editor(mesh, set);
-    for (const std::uint32_t face : faces) {
-        std::fill(editor.corners().begin() + mesh.topology->firstCorner(face),
-                  editor.corners().begin() + mesh.topology->endCorner(face), -1);
-    }
+    editor.clear(faces);
     editor.removeUnused();
     return editor.finish();
 }

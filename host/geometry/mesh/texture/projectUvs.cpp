@@ -89,11 +89,7 @@ public:
     /// Takes the ids away from the faces; those that no other face has come back into use.
     void release(std::span<const std::uint32_t> faces)
     {
-        const MeshTopology& topology = m_editor.topology();
-        for (const std::uint32_t face : faces) {
-            std::fill(m_editor.corners().begin() + topology.firstCorner(face),
-                      m_editor.corners().begin() + topology.endCorner(face), -1);
-        }
+        m_editor.clear(faces);
         std::vector<bool> isTaken(m_editor.points().size());
         for (const std::int32_t id : m_editor.corners()) {
             if (id >= 0) {

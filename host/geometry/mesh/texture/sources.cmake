@@ -1,8 +1,12 @@
 list(APPEND SOURCES
     mesh/texture/UvEditor.cpp
     mesh/texture/cutUvs.cpp
+    mesh/texture/layOutUvs.cpp
     mesh/texture/moveUvs.cpp
+    mesh/texture/projectFromPlanes.cpp
     mesh/texture/projectUvs.cpp
+    mesh/texture/projectionPlanes.cpp
     mesh/texture/setCreases.cpp
+    mesh/texture/uvPieces.cpp
     mesh/texture/uvSets.cpp
 )

@@ -7,12 +7,12 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 23> kNodes{
-    &kBlendColorSets, &kCopyColorSet, &kCopyUVSet,    &kCreateColorSet,  &kCreateUVSet,
-    &kDeleteColorSet, &kDeleteUVSet,  &kPolyColorDel, &kPolyColorMod,    &kPolyColorPerVertex,
-    &kPolyCopyUV,     &kPolyCrease,   &kPolyCylProj,  &kPolyFlipUV,      &kPolyMapCut,
-    &kPolyMapDel,     &kPolyMapSew,   &kPolyMoveUV,   &kPolyNormalizeUV, &kPolyPlanarProj,
-    &kPolySphProj,    &kPolyTransfer, &kPolyTweakUV,
+constinit const std::array<const NodeCompute*, 25> kNodes{
+    &kBlendColorSets,     &kCopyColorSet,   &kCopyUVSet,    &kCreateColorSet, &kCreateUVSet,
+    &kDeleteColorSet,     &kDeleteUVSet,    &kPolyAutoProj, &kPolyColorDel,   &kPolyColorMod,
+    &kPolyColorPerVertex, &kPolyCopyUV,     &kPolyCrease,   &kPolyCylProj,    &kPolyFlipUV,
+    &kPolyLayoutUV,       &kPolyMapCut,     &kPolyMapDel,   &kPolyMapSew,     &kPolyMoveUV,
+    &kPolyNormalizeUV,    &kPolyPlanarProj, &kPolySphProj,  &kPolyTransfer,   &kPolyTweakUV,
 };
 
 } // namespace

@@ -1,7 +1,9 @@
 list(APPEND SOURCES
     polygon/texture/allPolygonTextureNodes.cpp
     polygon/texture/colorNodes.cpp
+    polygon/texture/polyAutoProj.cpp
     polygon/texture/polyCrease.cpp
+    polygon/texture/polyLayoutUV.cpp
     polygon/texture/polyTweakUV.cpp
     polygon/texture/uvBorders.cpp
     polygon/texture/uvMotions.cpp

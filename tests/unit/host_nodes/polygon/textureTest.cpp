@@ -149,6 +149,44 @@ TEST(RoundProjections, SweepsAreDegrees)
     EXPECT_EQ(cylinder.timesUncomputed, 1U);
 }
 
+TEST(PolyAutoProj, MapsTheNamedFacesAndSaysThatItApproximates)
+{
+    // Both squares are seen from +z, as one piece of two by one: it fits the unit square's width.
+    ToyContext context = operation(kPolyAutoProj, {"f[*]"});
+    const auto both = output(context);
+    EXPECT_EQ(idsOf(*both), (Ids{0, 1, 2, 3, 1, 4, 5, 2}));
+    expectUv(*both, 4, 1, 0);
+    expectUv(*both, 5, 1, 0.5);
+    EXPECT_EQ(context.timesUncomputed, 1U);
+    context.values["inputComponents"] = Value::of(ComponentList{{"f[1]"}});
+    context.set("layout", 0);
+    context.set("scaleMode", 0);
+    context.set("scaleX", 2);
+    const auto one = output(context);
+    EXPECT_EQ(idsOf(*one), (Ids{0, 1, 3, 2, 4, 5, 6, 7}));
+    expectUv(*one, 4, 0.5, 0); // vertex 1 at (1 0), half as far in x
+    context.values["inputComponents"] = Value::of(ComponentList{{"f[9]"}});
+    EXPECT_TRUE(isPassedOn(context));
+    EXPECT_EQ(context.timesUncomputed, 3U);
+}
+
+TEST(PolyLayoutUV, LaysOutAndSaysThatItApproximates)
+{
+    ToyContext context = operation(kPolyLayoutUV, {"f[0:1]"});
+    context.set("percentageSpace", 5);
+    // two by one, and half of five percent of two on each side: 2.1 by 1.1
+    const auto mesh = output(context);
+    expectUv(*mesh, 0, 0.05 / 2.1, 0.05 / 2.1);
+    expectUv(*mesh, 5, 2.05 / 2.1, 1.05 / 2.1);
+    context.set("scale", 0);
+    context.set("layout", 1);
+    expectUv(*output(context), 5, 2, 1);
+    EXPECT_EQ(context.timesUncomputed, 2U);
+    context.set("nodeState", 1);
+    EXPECT_TRUE(isPassedOn(context));
+    EXPECT_EQ(context.timesUncomputed, 2U);
+}
+
 TEST(ColorNodes, LeaveTheMeshAsItIs)
 {
     for (const NodeCompute* row :
