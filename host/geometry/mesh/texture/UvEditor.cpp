@@ -85,6 +85,29 @@ std::vector<std::uint32_t> UvEditor::idsOfFaces(std::span<const std::uint32_t> f
     return ids;
 }
 
+void UvEditor::merge(DisjointSets& sets)
+{
+    const std::size_t count = m_points.size();
+    std::vector<double> sumU(count);
+    std::vector<double> sumV(count);
+    std::vector<std::uint32_t> members(count);
+    for (std::uint32_t id = 0; id < count; ++id) {
+        const std::uint32_t lowest = sets.lowest(id);
+        sumU[lowest] += m_points[id].x;
+        sumV[lowest] += m_points[id].y;
+        ++members[lowest];
+    }
+    for (std::size_t id = 0; id < count; ++id) {
+        if (members[id] > 1) {
+            m_points[id] = {static_cast<float>(sumU[id] / members[id]),
+                            static_cast<float>(sumV[id] / members[id])};
+        }
+    }
+    for (std::int32_t& id : m_corners) {
+        id = id >= 0 ? static_cast<std::int32_t>(sets.lowest(static_cast<std::uint32_t>(id))) : id;
+    }
+}
+
 void UvEditor::removeUnused()
 {
     const std::vector<bool> isUsed = usedIds(m_corners, m_points.size());

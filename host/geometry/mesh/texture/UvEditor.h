@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/geometry/mesh/MeshData.h"
+#include "host/geometry/mesh/edit/DisjointSets.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -41,6 +42,9 @@ public:
     void clear(std::span<const std::uint32_t> faces);
     /// The ids that the corners of the faces (ascending) have, ascending.
     std::vector<std::uint32_t> idsOfFaces(std::span<const std::uint32_t> faces) const;
+    /// Ids that came together in a set become the lowest of them, in their middle; the others are
+    /// unused then.
+    void merge(DisjointSets& sets);
     /// Takes away what no corner has; what stays closes up in order.
     void removeUnused();
 

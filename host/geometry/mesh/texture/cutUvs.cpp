@@ -1,6 +1,5 @@
 #include "host/geometry/mesh/texture/cutUvs.h"
 
-#include "host/geometry/mesh/edit/DisjointSets.h"
 #include "host/geometry/mesh/edit/MeshLinks.h"
 #include "host/geometry/mesh/texture/UvEditor.h"
 
@@ -110,30 +109,6 @@ private:
     std::vector<std::pair<std::int32_t, std::uint32_t>> m_owners; ///< ids and places
 };
 
-/// Every id that came together with others becomes the lowest of them, in their middle.
-void mergeIds(UvEditor& editor, DisjointSets& sets)
-{
-    const std::size_t count = editor.points().size();
-    std::vector<double> sumU(count);
-    std::vector<double> sumV(count);
-    std::vector<std::uint32_t> members(count);
-    for (std::uint32_t id = 0; id < count; ++id) {
-        const std::uint32_t lowest = sets.lowest(id);
-        sumU[lowest] += editor.points()[id].x;
-        sumV[lowest] += editor.points()[id].y;
-        ++members[lowest];
-    }
-    for (std::size_t id = 0; id < count; ++id) {
-        if (members[id] > 1) {
-            editor.points()[id] = {static_cast<float>(sumU[id] / members[id]),
-                                   static_cast<float>(sumV[id] / members[id])};
-        }
-    }
-    for (std::int32_t& id : editor.corners()) {
-        id = id >= 0 ? static_cast<std::int32_t>(sets.lowest(static_cast<std::uint32_t>(id))) : id;
-    }
-}
-
 } // namespace
 
 std::shared_ptr<const MeshData> cutUvs(const MeshData& mesh, std::size_t set,
@@ -171,7 +146,7 @@ std::shared_ptr<const MeshData> sewUvs(const MeshData& mesh, std::size_t set,
             join(isForward ? atEnd : atStart, editor.corners()[links.next(corner)]);
         }
     }
-    mergeIds(editor, sets);
+    editor.merge(sets);
     editor.removeUnused();
     return editor.finish();
 }

@@ -1,6 +1,7 @@
 list(APPEND SOURCES
     mesh/texture/UvEditor.cpp
     mesh/texture/cutUvs.cpp
+    mesh/texture/joinUvs.cpp
     mesh/texture/layOutUvs.cpp
     mesh/texture/moveUvs.cpp
     mesh/texture/projectFromPlanes.cpp

@@ -7,12 +7,13 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 25> kNodes{
-    &kBlendColorSets,     &kCopyColorSet,   &kCopyUVSet,    &kCreateColorSet, &kCreateUVSet,
-    &kDeleteColorSet,     &kDeleteUVSet,    &kPolyAutoProj, &kPolyColorDel,   &kPolyColorMod,
-    &kPolyColorPerVertex, &kPolyCopyUV,     &kPolyCrease,   &kPolyCylProj,    &kPolyFlipUV,
-    &kPolyLayoutUV,       &kPolyMapCut,     &kPolyMapDel,   &kPolyMapSew,     &kPolyMoveUV,
-    &kPolyNormalizeUV,    &kPolyPlanarProj, &kPolySphProj,  &kPolyTransfer,   &kPolyTweakUV,
+constinit const std::array<const NodeCompute*, 27> kNodes{
+    &kBlendColorSets,     &kCopyColorSet, &kCopyUVSet,       &kCreateColorSet, &kCreateUVSet,
+    &kDeleteColorSet,     &kDeleteUVSet,  &kPolyAutoProj,    &kPolyColorDel,   &kPolyColorMod,
+    &kPolyColorPerVertex, &kPolyCopyUV,   &kPolyCrease,      &kPolyCylProj,    &kPolyFlipUV,
+    &kPolyLayoutUV,       &kPolyMapCut,   &kPolyMapDel,      &kPolyMapSew,     &kPolyMapSewMove,
+    &kPolyMergeUV,        &kPolyMoveUV,   &kPolyNormalizeUV, &kPolyPlanarProj, &kPolySphProj,
+    &kPolyTransfer,       &kPolyTweakUV,
 };
 
 } // namespace

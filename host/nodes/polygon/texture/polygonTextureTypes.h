@@ -24,6 +24,8 @@ extern const NodeCompute kPolyLayoutUV;
 extern const NodeCompute kPolyMapCut;
 extern const NodeCompute kPolyMapDel;
 extern const NodeCompute kPolyMapSew;
+extern const NodeCompute kPolyMapSewMove;
+extern const NodeCompute kPolyMergeUV;
 extern const NodeCompute kPolyMoveUV;
 extern const NodeCompute kPolyNormalizeUV;
 extern const NodeCompute kPolyPlanarProj;

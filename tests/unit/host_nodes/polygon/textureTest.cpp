@@ -232,6 +232,43 @@ TEST(UvBorders, PassOnWithNoteWhereComponentsAreMissing)
     }
 }
 
+/// The second square apart, three to the right of its place.
+std::shared_ptr<const MeshData> squaresApart()
+{
+    MeshData mesh = geometry::test::twoSquares();
+    mesh.uvSets.clear();
+    geometry::test::addUvSet(mesh, "map1",
+                             {{0, 0}, {1, 0}, {1, 1}, {0, 1}, {4, 0}, {5, 0}, {5, 1}, {4, 1}},
+                             {0, 1, 2, 3, 4, 5, 6, 7});
+    return std::make_shared<const MeshData>(std::move(mesh));
+}
+
+TEST(PolyMapSewMove, BringsThePiecesTogetherUpToItsLimit)
+{
+    ToyContext context = operation(kPolyMapSewMove, {"e[*]"});
+    context.values["inputPolymesh"] = Value(squaresApart());
+    const auto mesh = output(context);
+    EXPECT_EQ(idsOf(*mesh), (Ids{0, 1, 2, 3, 1, 4, 5, 2}));
+    expectUv(*mesh, 4, 2, 0);
+    EXPECT_EQ(context.timesUncomputed, 1U);
+    context.set("limitPieceSize", 1);
+    context.set("numberFaces", 0);
+    EXPECT_EQ(idsOf(*output(context)), (Ids{0, 1, 2, 3, 4, 5, 6, 7}));
+}
+
+TEST(PolyMergeUV, TakesIdsAndADistance)
+{
+    ToyContext context = operation(kPolyMergeUV, {"map[0:7]"});
+    context.values["inputPolymesh"] = Value(squaresApart());
+    context.set("distance", 3.5);
+    EXPECT_EQ(idsOf(*output(context)), (Ids{0, 1, 2, 3, 1, 4, 5, 2}));
+    EXPECT_EQ(context.timesUncomputed, 1U);
+    context.set("distance", 2.5);
+    EXPECT_EQ(idsOf(*output(context)), (Ids{0, 1, 2, 3, 4, 5, 6, 7}));
+    context.values["inputComponents"] = Value::of(ComponentList{{"map[9]"}});
+    EXPECT_TRUE(isPassedOn(context));
+}
+
 TEST(PolyMoveUV, TakesIdsOrTheFacesIds)
 {
     for (const char* components : {"map[2]", "f[1]"}) {

@@ -1,4 +1,5 @@
 list(APPEND SOURCES
+    mesh/texture/joinUvsTest.cpp
     mesh/texture/layOutUvsTest.cpp
     mesh/texture/moveUvsTest.cpp
     mesh/texture/projectFromPlanesTest.cpp
