@@ -54,6 +54,7 @@ public:
         , m_cornersOfVertices(cornersOfVertices(m_topology))
         , m_points(pointsInSpace(mesh, beveling.toSpace))
         , m_isBeveled(m_topology.edges.size())
+        , m_isWritten(m_topology.faceCount())
         , m_cornerOfVertex(m_topology.vertexCount, kNone)
         , m_uvCopies(mesh.uvSets.size())
     {
@@ -75,6 +76,7 @@ public:
         if (m_edges.size() * std::size_t{m_beveling.segments} > kMaxBevelFaces || !makeCorners()) {
             return result;
         }
+        orderStrips();
         placeSlots(offset());
         makeEdges();
         writeFaces();
@@ -265,6 +267,94 @@ private:
         return direction * (uses > 0 ? sum / uses : 0);
     }
 
+    // --- the order of the strips
+
+    /// A beveled edge, walked from its start or back.
+    struct Strip {
+        std::uint32_t edge = 0;
+        bool isBackwards = false;
+    };
+
+    const Corner& cornerOf(const Strip& strip, bool isStart) const
+    {
+        const MeshEdge& ends = m_topology.edges[strip.edge];
+        const std::uint32_t vertex = isStart != strip.isBackwards ? ends.start : ends.end;
+        return m_corners[m_cornerOfVertex[vertex]];
+    }
+
+    /// The strip that goes on where one ends, or that leads to where it starts; walked as it is.
+    /// False where it is not the only one there.
+    bool nextStrip(const Strip& strip, bool isAhead, Strip& next) const
+    {
+        const Corner& corner = cornerOf(strip, !isAhead);
+        if (corner.beveledCount != 2) {
+            return false;
+        }
+        for (std::size_t place = 0; place < corner.fan.edges.size(); ++place) {
+            const std::uint32_t edge = corner.fan.edges[place];
+            if (isBeveledAt(corner, place) && edge != strip.edge) {
+                const bool startsHere = m_topology.edges[edge].start == corner.vertex;
+                next = {edge, startsHere != isAhead};
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /// Chain after chain by their lowest edges. A ring is walked from its lowest vertex along the
+    /// lower one of its edges, but the strip that comes back to there is the first.
+    void orderStrips()
+    {
+        std::vector<bool> isTaken(m_topology.edges.size());
+        std::vector<Strip> chain;
+        for (const std::uint32_t edge : m_edges) {
+            if (isTaken[edge]) {
+                continue;
+            }
+            chain.assign(1, {edge, false});
+            isTaken[edge] = true;
+            Strip next;
+            bool isRing = false;
+            while (!isRing && nextStrip(chain.back(), true, next)) {
+                isRing = isTaken[next.edge];
+                if (!isRing) {
+                    isTaken[next.edge] = true;
+                    chain.push_back(next);
+                }
+            }
+            if (isRing) {
+                turnRing(chain);
+            } else {
+                const std::size_t ahead = chain.size();
+                while (
+                    nextStrip(chain.size() > ahead ? chain.back() : chain.front(), false, next)) {
+                    isTaken[next.edge] = true;
+                    chain.push_back(next);
+                }
+                std::reverse(chain.begin() + static_cast<std::ptrdiff_t>(ahead), chain.end());
+                std::rotate(chain.begin(), chain.begin() + static_cast<std::ptrdiff_t>(ahead),
+                            chain.end());
+            }
+            m_strips.insert(m_strips.end(), chain.begin(), chain.end());
+        }
+    }
+
+    void turnRing(std::vector<Strip>& ring) const
+    {
+        const auto lowest =
+            std::min_element(ring.begin(), ring.end(), [this](const Strip& a, const Strip& b) {
+                return cornerOf(a, true).vertex < cornerOf(b, true).vertex;
+            });
+        std::rotate(ring.begin(), lowest, ring.end());
+        if (ring.back().edge < ring.front().edge) {
+            std::reverse(ring.begin(), ring.end());
+            for (Strip& strip : ring) {
+                strip.isBackwards = !strip.isBackwards;
+            }
+        }
+        std::rotate(ring.begin(), ring.end() - 1, ring.end());
+    }
+
     // --- offset and places
 
     double offset() const
@@ -397,12 +487,11 @@ private:
 
     void makeEdges()
     {
-        bool hasChains = false;
         for (const Corner& corner : m_corners) {
-            hasChains = hasChains || corner.beveledCount > 1;
+            m_hasChains = m_hasChains || corner.beveledCount > 1;
         }
         keepEdges();
-        if (hasChains) {
+        if (m_hasChains) {
             makeStripEdges();
         }
         for (std::uint32_t face = 0; face < m_topology.faceCount(); ++face) {
@@ -410,7 +499,7 @@ private:
                 makeFaceEdges(face);
             }
         }
-        if (!hasChains) {
+        if (!m_hasChains) {
             makeStripEdges();
         }
     }
@@ -510,11 +599,10 @@ private:
     }
 
     /// The points across a strip at one of its ends, from the face on its left to the right one.
-    std::vector<std::uint32_t> acrossAt(std::uint32_t edge, bool isStart) const
+    std::vector<std::uint32_t> acrossAt(const Strip& strip, bool isStart) const
     {
-        const MeshEdge& ends = m_topology.edges[edge];
-        const Corner& corner = m_corners[m_cornerOfVertex[isStart ? ends.start : ends.end]];
-        const auto found = std::find(corner.fan.edges.begin(), corner.fan.edges.end(), edge);
+        const Corner& corner = cornerOf(strip, isStart);
+        const auto found = std::find(corner.fan.edges.begin(), corner.fan.edges.end(), strip.edge);
         const auto place = static_cast<std::size_t>(found - corner.fan.edges.begin());
         std::vector<std::uint32_t> points{corner.slots[corner.before[place]].point};
         points.insert(points.end(), corner.rounds[place].begin(), corner.rounds[place].end());
@@ -528,9 +616,9 @@ private:
 
     void makeStripEdges()
     {
-        for (const std::uint32_t edge : m_edges) {
-            const std::vector<std::uint32_t> start = acrossAt(edge, true);
-            const std::vector<std::uint32_t> end = acrossAt(edge, false);
+        for (const Strip& strip : m_strips) {
+            const std::vector<std::uint32_t> start = acrossAt(strip, true);
+            const std::vector<std::uint32_t> end = acrossAt(strip, false);
             for (std::size_t i = 0; i + 1 < start.size(); ++i) {
                 ensureEdge(start[i], start[i + 1], kNoSource);
                 ensureEdge(start[i + 1], end[i + 1], kNoSource);
@@ -555,19 +643,58 @@ private:
                 m_rewriter.copyFace(face);
             }
         }
-        for (std::uint32_t face = 0; face < m_topology.faceCount(); ++face) {
-            if (isTouched(face)) {
-                writeTouched(face);
-            }
+        if (!m_hasChains) {
+            writeTouchedInOrder();
         }
-        for (const std::uint32_t edge : m_edges) {
-            writeStrip(edge);
+        for (const Strip& strip : m_strips) {
+            writeStrip(strip);
+        }
+        if (m_hasChains) {
+            writeTouchedBySides();
+            writeTouchedInOrder();
         }
         for (const Corner& corner : m_corners) {
             if (corner.slots.size() > 2) {
                 writeCorner(corner);
             }
         }
+    }
+
+    void writeOnce(std::uint32_t face)
+    {
+        if (!m_isWritten[face]) {
+            m_isWritten[face] = true;
+            writeTouched(face);
+        }
+    }
+
+    void writeTouchedInOrder()
+    {
+        for (std::uint32_t face = 0; face < m_topology.faceCount(); ++face) {
+            if (isTouched(face)) {
+                writeOnce(face);
+            }
+        }
+    }
+
+    /// Those on the left of the strips, then those on the right.
+    void writeTouchedBySides()
+    {
+        for (const Strip& strip : m_strips) {
+            writeOnce(m_links.face(sidesOf(strip).first));
+        }
+        for (const Strip& strip : m_strips) {
+            writeOnce(m_links.face(sidesOf(strip).second));
+        }
+    }
+
+    /// The corners from which the faces beside a strip walk along its edge.
+    std::pair<std::uint32_t, std::uint32_t> sidesOf(const Strip& strip) const
+    {
+        const std::uint32_t first = m_cornersOfEdges.of(strip.edge)[0];
+        const std::uint32_t second = m_cornersOfEdges.of(strip.edge)[1];
+        const bool isFirstLeft = (m_topology.corners[first] < 0) == strip.isBackwards;
+        return isFirstLeft ? std::pair(first, second) : std::pair(second, first);
     }
 
     void writeLoop(std::span<const Written> loop)
@@ -689,21 +816,17 @@ private:
                 (dot(way, b) * aa - dot(way, a) * ab) / determinant};
     }
 
-    void writeStrip(std::uint32_t edge)
+    void writeStrip(const Strip& strip)
     {
-        const std::vector<std::uint32_t> start = acrossAt(edge, true);
-        const std::vector<std::uint32_t> end = acrossAt(edge, false);
-        std::uint32_t left = m_cornersOfEdges.of(edge)[0];
-        std::uint32_t right = m_cornersOfEdges.of(edge)[1];
-        if (m_topology.corners[left] < 0) {
-            std::swap(left, right);
-        }
+        const std::vector<std::uint32_t> start = acrossAt(strip, true);
+        const std::vector<std::uint32_t> end = acrossAt(strip, false);
+        const auto [left, right] = sidesOf(strip);
         const auto startUvs = uvsAcross(start, left, m_links.next(right));
         const auto endUvs = uvsAcross(end, m_links.next(left), right);
         for (std::size_t i = 0; i + 1 < start.size(); ++i) {
             const std::array<Written, 4> loop{
-                Written{start[i], startUvs[i]}, Written{start[i + 1], startUvs[i + 1]},
-                Written{end[i + 1], endUvs[i + 1]}, Written{end[i], endUvs[i]}};
+                Written{end[i + 1], endUvs[i + 1]}, Written{end[i], endUvs[i]},
+                Written{start[i], startUvs[i]}, Written{start[i + 1], startUvs[i + 1]}};
             m_rewriter.beginFace(m_links.face(left));
             writeLoop(loop);
             m_rewriter.endFace();
@@ -769,7 +892,10 @@ private:
     NumberLists m_cornersOfVertices;
     std::vector<Vec3d> m_points;
     std::vector<bool> m_isBeveled;
+    std::vector<bool> m_isWritten; ///< touched faces
     std::vector<std::uint32_t> m_edges;
+    std::vector<Strip> m_strips;
+    bool m_hasChains = false; ///< vertices with several beveled edges
     std::vector<std::uint32_t> m_cornerOfVertex;
     std::vector<Corner> m_corners;
     std::vector<Vec3d> m_places; ///< of the new points, in the space

@@ -31,13 +31,16 @@ struct Beveled {
 ///
 /// Numbers  What no bevel touches comes first and closes up: vertices, edges and faces. Vertices go
 ///          away where edges are beveled; in their place come new ones, at both ends of each edge
-///          in turn: the outer ones counter-clockwise, then those of the round between. Faces that
-///          lost a vertex follow those that did not, then the strips edge by edge, each from the
-///          face on its left to that on its right, then the faces in corners where three or more
-///          strips meet. Edges: those whose vertices have one beveled edge at most stay in order.
-///          Where all are such, the new edges of the faces come next, then those of the strips;
-///          otherwise first the strips', then the faces'. A strip makes the edge at its start,
-///          along it, at its end.
+///          in turn: the outer ones counter-clockwise, then those of the round between. Edges:
+///          those whose vertices have one beveled edge at most stay in order. Where all vertices
+///          are such, new edges and faces of the faces that lost a vertex come next, in order, then
+///          those of the strips, by the edges. Otherwise first come those of the strips, chain
+///          after chain: a ring is walked from its lowest vertex along the lower one of its edges,
+///          but begins with the strip that comes back to there. Then come the faces on the left of
+///          the strips, those on the right and other ones; their edges in the order of the faces
+///          before. A strip makes the edge at its start, along it, at its end; its faces, from left
+///          to right, begin at its right end. Faces in corners where three or more strips meet come
+///          last.
 /// Places   Offsets are at a right angle to the edges, in the faces. The most possible is that at
 ///          which the first edge of a face shrinks to a point; of it a ten-thousandth is left. The
 ///          round is the arc that touches both faces.

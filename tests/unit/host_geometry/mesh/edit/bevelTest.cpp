@@ -144,6 +144,43 @@ TEST(BevelEdges, loopsAboveAndBelow)
     EXPECT_EQ(eulerNumber(*both), 2);
 }
 
+/// Round the right side of a cube; saved scenes name faces 1 to 4 and 9 to draw out what is on the
+/// right, and move vertices in the order of these strips. The walk goes from vertex 1 over 3, 5
+/// and 7; the strip from 7 back to 1 comes first, and the faces on the left (bottom, front, top,
+/// back) before the right side.
+TEST(BevelEdges, aRingBeginsWithTheStripThatComesBack)
+{
+    const SharedMesh mesh = bevelEdges(*solidCube(), Numbers{5, 7, 9, 11}, part(.5)).mesh;
+    ASSERT_NE(mesh, nullptr);
+    const auto middleOf = [&](std::uint32_t face) {
+        Vec3d sum;
+        const Loop loop = loopsOf(*mesh, face).front();
+        for (const std::uint32_t vertex : loop) {
+            sum = sum + toDouble(pointOf(mesh, vertex));
+        }
+        return sum * (1.0 / static_cast<double>(loop.size()));
+    };
+    EXPECT_EQ(middleOf(0).x, -.5); // untouched
+    EXPECT_LT(middleOf(1).y, -.3);
+    EXPECT_GT(middleOf(2).z, .3);
+    EXPECT_GT(middleOf(3).y, .3);
+    EXPECT_LT(middleOf(4).z, -.3);
+    EXPECT_EQ(middleOf(5).y, -.5);
+    EXPECT_EQ(middleOf(6).z, .5);
+    EXPECT_EQ(middleOf(7).y, .5);
+    EXPECT_EQ(middleOf(8).z, -.5);
+    EXPECT_EQ(middleOf(9).x, .5);
+    // inner at the walk's end, outer there, outer at its start, inner there
+    const Loop first = loopsOf(*mesh, 1).front();
+    EXPECT_EQ(pointOf(mesh, first[0]).x, .5F);
+    EXPECT_GT(pointOf(mesh, first[0]).z, 0);
+    EXPECT_EQ(pointOf(mesh, first[1]).y, -.5F);
+    EXPECT_GT(pointOf(mesh, first[1]).z, 0);
+    EXPECT_EQ(pointOf(mesh, first[2]).y, -.5F);
+    EXPECT_LT(pointOf(mesh, first[2]).z, 0);
+    EXPECT_EQ(pointOf(mesh, first[3]).x, .5F);
+}
+
 /// A line of edges round a cylinder, over the middles of its caps: every vertex of it becomes two.
 TEST(BevelEdges, aLoopOverTheCaps)
 {
