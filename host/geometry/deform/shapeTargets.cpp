@@ -1,12 +1,13 @@
 #include "host/geometry/deform/shapeTargets.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace host::geometry {
 
 std::array<ItemShare, 2> itemShares(std::span<const double> weights, double weight)
 {
-    if (weights.empty() || !(weight != 0)) {
+    if (weights.empty() || !(std::fabs(weight) > 0)) {
         return {};
     }
     const auto above = std::lower_bound(weights.begin(), weights.end(), weight);

@@ -5,6 +5,6 @@ set(SOURCES
     renderMeshTest.cpp
     triangulateTest.cpp
 )
-foreach(folder animation curve hair mesh/edit mesh/primitives mesh/shape mesh/texture nurbs tessellation)
+foreach(folder animation curve deform hair mesh/edit mesh/primitives mesh/shape mesh/texture nurbs tessellation)
     include(${CMAKE_CURRENT_LIST_DIR}/${folder}/sources.cmake)
 endforeach()

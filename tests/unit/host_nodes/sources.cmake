@@ -3,6 +3,6 @@ set(SOURCES
     smallNodesTest.cpp
     transformTest.cpp
 )
-foreach(folder animation arithmetic hair nurbs polygon)
+foreach(folder animation arithmetic deform hair nurbs polygon)
     include(${CMAKE_CURRENT_LIST_DIR}/${folder}/sources.cmake)
 endforeach()

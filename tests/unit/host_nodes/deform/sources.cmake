@@ -1,0 +1,4 @@
+list(APPEND SOURCES
+    deform/deformersTest.cpp
+    deform/pointGroupsTest.cpp
+)
