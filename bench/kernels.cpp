@@ -1,0 +1,377 @@
+// How fast operations on meshes are, against a plain copy of the same mesh; and how much a long
+// chain of small ones costs.
+//
+//   bench_kernels [RUNS]
+//
+// Meshes are planes of about 10,000, 100,000 and 1,000,000 quads with waves and texture
+// coordinates. Prints for each operation the median of alternating runs, the time per face of the
+// mesh, that in copies of the mesh, and the growth of the time per face from the smallest mesh to
+// the largest. The chain is evaluated by a session from a scene file, 900 edits of a few components
+// of 100,000 faces against scenes with one of them. Where OpenSubdiv is installed, one step of its
+// uniform refinement stands beside ours.
+#include "host/geometry/mesh/edit/bevelEdges.h"
+#include "host/geometry/mesh/edit/extrudeFaces.h"
+#include "host/geometry/mesh/edit/uniteMeshes.h"
+#include "host/geometry/mesh/primitives/boxes.h"
+#include "host/geometry/mesh/shape/smoothMesh.h"
+#include "host/geometry/mesh/shape/softenEdges.h"
+#include "host/session/Session.h"
+
+#ifdef ORV_OPENSUBDIV
+#include <opensubdiv/far/primvarRefiner.h>
+#include <opensubdiv/far/topologyDescriptor.h>
+#endif
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <numeric>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace host::geometry;
+using SharedMesh = std::shared_ptr<const MeshData>;
+
+constexpr std::array<std::uint32_t, 3> kColumns{100, 316, 1000};
+constexpr std::uint32_t kChainColumns = 316;
+constexpr int kChainLength = 900;
+constexpr int kEditKinds = 4;
+
+template<class Action>
+double secondsOf(const Action& action)
+{
+    const auto start = std::chrono::steady_clock::now();
+    action();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+void require(bool isWell, const char* what)
+{
+    if (!isWell) {
+        std::fprintf(stderr, "bench_kernels: %s failed\n", what);
+        std::exit(1);
+    }
+}
+
+SharedMesh wavyPlane(std::uint32_t columns)
+{
+    PlaneSettings settings;
+    settings.widthCells = settings.heightCells = columns;
+    settings.width = settings.height = columns;
+    const SharedMesh flat = makePlane(settings, SolidPlacement{});
+    auto points = std::make_shared<std::vector<host::Vec3f>>(*flat->points);
+    for (host::Vec3f& point : *points) {
+        point.y += 2 * std::sin(0.3F * point.x) * std::cos(0.2F * point.z);
+    }
+    auto mesh = std::make_shared<MeshData>(*flat);
+    mesh->points = std::move(points);
+    return mesh;
+}
+
+template<class T>
+std::shared_ptr<const T> copyOf(const std::shared_ptr<const T>& part)
+{
+    return part != nullptr ? std::make_shared<const T>(*part) : nullptr;
+}
+
+/// The mesh with all its arrays copied.
+SharedMesh deepCopy(const MeshData& mesh)
+{
+    auto copy = std::make_shared<MeshData>(mesh);
+    copy->topology = copyOf(mesh.topology);
+    copy->points = copyOf(mesh.points);
+    for (UvSet& set : copy->uvSets) {
+        set.points = copyOf(set.points);
+        set.corners = copyOf(set.corners);
+    }
+    for (FaceGroup& group : copy->groups) {
+        group.faces = copyOf(group.faces);
+    }
+    return copy;
+}
+
+std::vector<std::uint32_t> upTo(std::size_t count)
+{
+    std::vector<std::uint32_t> numbers(count);
+    std::iota(numbers.begin(), numbers.end(), 0U);
+    return numbers;
+}
+
+struct Kernel {
+    const char* name;
+    std::function<SharedMesh(const MeshData&)> run;
+};
+
+SharedMesh extruded(const MeshData& mesh, bool isTogether, std::size_t step)
+{
+    std::vector<std::uint32_t> faces;
+    for (std::uint32_t face = 0; face < mesh.topology->faceCount(); ++face) {
+        if (face % step == 0) {
+            faces.push_back(face);
+        }
+    }
+    FaceExtrusion extrusion;
+    extrusion.isTogether = isTogether;
+    extrusion.motion.localTranslate = {0, 0, 0.2};
+    extrusion.motion.offset = 0.1;
+    return extrudeFaces(mesh, faces, extrusion);
+}
+
+SharedMesh beveled(const MeshData& mesh, std::uint32_t step)
+{
+    std::vector<std::uint32_t> edges;
+    for (std::uint32_t edge = 0; edge < mesh.topology->edges.size(); ++edge) {
+        // the border is at the first and the last row, whose vertices no bevel goes through
+        const MeshEdge& ends = mesh.topology->edges[edge];
+        const auto columns = static_cast<std::uint32_t>(
+            std::lround(std::sqrt(static_cast<double>(mesh.topology->faceCount()))));
+        const auto isInside = [columns](std::uint32_t vertex) {
+            const std::uint32_t x = vertex % (columns + 1);
+            const std::uint32_t y = vertex / (columns + 1);
+            return x > 0 && y > 0 && x < columns && y < columns;
+        };
+        if (edge % step == 0 && isInside(ends.start) && isInside(ends.end)) {
+            edges.push_back(edge);
+        }
+    }
+    Beveling beveling;
+    beveling.isFraction = true;
+    return bevelEdges(mesh, edges, beveling).mesh;
+}
+
+std::vector<Kernel> kernels()
+{
+    return {
+        {"copy", deepCopy},
+        {"unite",
+         [](const MeshData& mesh) {
+             const std::array<UnitedMesh, 2> parts{UnitedMesh{&mesh, {}}, UnitedMesh{&mesh, {}}};
+             return uniteMeshes(parts, UvSetMerging::ByName);
+         }},
+        {"soften",
+         [](const MeshData& mesh) {
+             return softenEdges(mesh, upTo(mesh.topology->edges.size()), 0.5, {});
+         }},
+        {"smooth", [](const MeshData& mesh) { return smoothMesh(mesh, 1, {}); }},
+        {"extrude-all", [](const MeshData& mesh) { return extruded(mesh, true, 1); }},
+        {"extrude-half", [](const MeshData& mesh) { return extruded(mesh, false, 2); }},
+        {"bevel-all", [](const MeshData& mesh) { return beveled(mesh, 1); }},
+        {"bevel-tenth", [](const MeshData& mesh) { return beveled(mesh, 10); }},
+    };
+}
+
+#ifdef ORV_OPENSUBDIV
+struct PeerPoint {
+    float x = 0, y = 0, z = 0;
+    void Clear(void* = nullptr) { x = y = z = 0; }
+    void AddWithWeight(const PeerPoint& point, float weight)
+    {
+        x += weight * point.x;
+        y += weight * point.y;
+        z += weight * point.z;
+    }
+};
+
+/// Refines once and moves the points; texture coordinates stay out of it.
+void refineByPeer(const MeshData& mesh)
+{
+    namespace Far = OpenSubdiv::Far;
+    const MeshTopology& topology = *mesh.topology;
+    const std::vector<int> sizes(topology.faceCount(), 4);
+    std::vector<int> vertices(topology.corners.size());
+    for (std::uint32_t corner = 0; corner < vertices.size(); ++corner) {
+        vertices[corner] = static_cast<int>(topology.cornerVertex(corner));
+    }
+    Far::TopologyDescriptor descriptor;
+    descriptor.numVertices = static_cast<int>(topology.vertexCount);
+    descriptor.numFaces = static_cast<int>(topology.faceCount());
+    descriptor.numVertsPerFace = sizes.data();
+    descriptor.vertIndicesPerFace = vertices.data();
+    using Factory = Far::TopologyRefinerFactory<Far::TopologyDescriptor>;
+    const std::unique_ptr<Far::TopologyRefiner> refiner(
+        Factory::Create(descriptor, Factory::Options(OpenSubdiv::Sdc::SCHEME_CATMARK)));
+    refiner->RefineUniform(Far::TopologyRefiner::UniformOptions(1));
+    std::vector<PeerPoint> from(topology.vertexCount);
+    for (std::size_t i = 0; i < from.size(); ++i) {
+        const host::Vec3f& point = (*mesh.points)[i];
+        from[i] = {point.x, point.y, point.z};
+    }
+    std::vector<PeerPoint> to(static_cast<std::size_t>(refiner->GetLevel(1).GetNumVertices()));
+    Far::PrimvarRefiner(*refiner).Interpolate(1, from, to);
+}
+#endif
+
+/// Seconds of each kernel (and of the peer behind them) on one mesh: medians of alternating runs.
+std::vector<double> measure(const std::vector<Kernel>& all, const MeshData& mesh, int runs)
+{
+    std::vector<std::vector<double>> seconds(all.size() + 1);
+    for (int run = 0; run < runs; ++run) {
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            SharedMesh result;
+            seconds[i].push_back(secondsOf([&] { result = all[i].run(mesh); }));
+            require(result != nullptr, all[i].name);
+        }
+#ifdef ORV_OPENSUBDIV
+        seconds.back().push_back(secondsOf([&] { refineByPeer(mesh); }));
+#else
+        seconds.back().push_back(0);
+#endif
+    }
+    std::vector<double> medians;
+    std::transform(seconds.begin(), seconds.end(), std::back_inserter(medians), median);
+    return medians;
+}
+
+void measureKernels(int runs)
+{
+    std::vector<Kernel> all = kernels();
+    std::array<std::vector<double>, kColumns.size()> perFace;
+    std::array<std::vector<double>, kColumns.size()> seconds;
+    for (std::size_t size = 0; size < kColumns.size(); ++size) {
+        const SharedMesh mesh = wavyPlane(kColumns[size]);
+        // small meshes more often: each size works about as long
+        const int more = static_cast<int>(kColumns.back() / kColumns[size]);
+        seconds[size] = measure(all, *mesh, std::min(runs * more, 10 * runs));
+        for (const double one : seconds[size]) {
+            perFace[size].push_back(one / mesh->topology->faceCount() * 1e9);
+        }
+    }
+#ifdef ORV_OPENSUBDIV
+    all.push_back({"opensubdiv", {}});
+#else
+    std::printf("OpenSubdiv is not installed (libosd-dev): no peer\n");
+#endif
+    std::printf("%-13s %30s %30s %24s %7s\n", "", "ms", "ns a face", "in copies", "growth");
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        std::printf("%-13s", all[i].name);
+        for (const auto& row : seconds) {
+            std::printf(" %9.2f", row[i] * 1e3);
+        }
+        for (const auto& row : perFace) {
+            std::printf(" %9.1f", row[i]);
+        }
+        for (const auto& row : seconds) {
+            std::printf(" %7.1f", row[i] / row[0]);
+        }
+        std::printf(" %7.2f\n", perFace.back()[i] / perFace.front()[i]);
+    }
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        std::printf("growth-%s %.3f\ncopies-%s %.3f\n", all[i].name,
+                    perFace.back()[i] / perFace.front()[i], all[i].name,
+                    seconds.back()[i] / seconds.back()[0]);
+    }
+}
+
+/// The statements of one edit of a few components; kinds take turns.
+void writeEdit(std::ostream& scene, int number, int kind)
+{
+    static constexpr std::array<const char*, kEditKinds> kTypes{
+        "polyTweak", "polySoftEdge", "polyMoveVertex", "deleteComponent"};
+    const int place = 1000 + 7 * number;
+    scene << "createNode " << kTypes[static_cast<std::size_t>(kind)] << " -n \"edit" << number
+          << "\";\n";
+    const auto components = [&](const char* attribute, const char* prefix) {
+        scene << "setAttr \"." << attribute << "\" -type \"componentList\" 1 \"" << prefix << '['
+              << place << "]\";\n";
+    };
+    if (kind == 0) {
+        scene << "setAttr \".tk[" << place << "]\" -type \"float3\" 0 0.1 0;\n";
+    } else if (kind == 1) {
+        components("ics", "e");
+        scene << "setAttr \".a\" 0;\n";
+    } else if (kind == 2) {
+        components("ics", "vtx");
+        scene << "setAttr \".ty\" 0.1;\n";
+    } else {
+        components("dc", "f");
+    }
+}
+
+/// A plane, then `count` edits of which the first is of `kind`, then the shape.
+void writeChain(const std::string& path, int count, int kind)
+{
+    std::ofstream scene(path);
+    scene << "//Maya ASCII 2018 scene\ncreateNode polyPlane -n \"plane\";\nsetAttr \".sw\" "
+          << kChainColumns << ";\nsetAttr \".sh\" " << kChainColumns << ";\n";
+    const auto isDelete = [&](int i) { return (kind + i) % kEditKinds == 3; };
+    for (int i = 0; i < count; ++i) {
+        writeEdit(scene, i, (kind + i) % kEditKinds);
+    }
+    scene << "createNode transform -n \"t\";\ncreateNode mesh -n \"shape\" -p \"t\";\n";
+    std::string last = "plane.out";
+    for (int i = 0; i < count; ++i) {
+        const std::string node = "edit" + std::to_string(i);
+        scene << "connectAttr \"" << last << "\" \"" << node << (isDelete(i) ? ".ig" : ".ip")
+              << "\";\n";
+        last = node + (isDelete(i) ? ".og" : ".out");
+    }
+    scene << "connectAttr \"" << last << "\" \"shape.i\";\n";
+}
+
+/// Seconds that the shape of a chain takes, without reading the file.
+double chainSeconds(const std::string& folder, int count, int kind)
+{
+    const std::string path = folder + "/chain.ma";
+    writeChain(path, count, kind);
+    host::session::Session session;
+    require(static_cast<bool>(session.open(path)), "opening the chain");
+    const auto shape = session.graph().findNode("shape");
+    SharedMesh mesh;
+    const double seconds = secondsOf([&] { mesh = session.mesh(shape); });
+    require(mesh != nullptr, "the chain");
+    int deletions = 0;
+    for (int i = 0; i < count; ++i) {
+        deletions += (kind + i) % kEditKinds == 3 ? 1 : 0;
+    }
+    require(mesh->topology->faceCount() ==
+                kChainColumns * kChainColumns - static_cast<std::uint32_t>(deletions),
+            "deleting in the chain");
+    return seconds;
+}
+
+void measureChain(int runs)
+{
+    const auto folder = std::filesystem::temp_directory_path() / "bench_kernels";
+    std::filesystem::create_directories(folder);
+    std::vector<double> plain, single, chain;
+    for (int run = 0; run < runs; ++run) {
+        plain.push_back(chainSeconds(folder.string(), 0, 0));
+        double sum = 0;
+        for (int kind = 0; kind < kEditKinds; ++kind) {
+            sum += chainSeconds(folder.string(), 1, kind);
+        }
+        single.push_back(sum / kEditKinds);
+        chain.push_back(chainSeconds(folder.string(), kChainLength, 0));
+    }
+    std::filesystem::remove_all(folder);
+    const double edit = (median(chain) - median(plain)) / kChainLength;
+    std::printf(
+        "plane of 100,000 faces alone %.2f ms, with one edit %.2f ms, with %d edits %.1f ms:"
+        " %.3f ms an edit\n",
+        median(plain) * 1e3, median(single) * 1e3, kChainLength, median(chain) * 1e3, edit * 1e3);
+    std::printf("chain %.3f\n", median(chain) / median(single));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const int runs = argc > 1 ? std::max(1, std::atoi(argv[1])) : 5;
+    measureKernels(runs);
+    measureChain(runs);
+    return 0;
+}
