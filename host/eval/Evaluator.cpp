@@ -169,9 +169,12 @@ public:
         return m_evaluator.m_time;
     }
 
-    void noteUncomputed() override
+    void noteLack(Lack lack) override
     {
         m_isUncomputed = true;
+        if (lack != Lack::Unsaid) {
+            m_evaluator.m_lacks.emplace(m_plug.node, lack);
+        }
         m_evaluator.noteUncomputed(m_plug.node);
     }
     bool isUncomputed() const { return m_isUncomputed; }
@@ -665,6 +668,12 @@ void Evaluator::noteUncomputed(NodeId node, std::string_view detail)
     const Node& noted = m_graph.node(node);
     m_diagnostics.note(DiagnosticKind::UncomputedNode, typeWord(noted),
                        detail.empty() ? std::string_view(noted.name) : detail);
+}
+
+Lack Evaluator::lackOf(NodeId node) const
+{
+    const auto found = m_lacks.find(node);
+    return found == m_lacks.end() ? Lack::Unsaid : found->second;
 }
 
 void Evaluator::notePassed(NodeId node, bool isMissing)

@@ -37,6 +37,8 @@ public:
     /// The nodes that were passed by on the way to an evaluated plug, nearest first; of several
     /// branches the first.
     std::vector<PassedNode> passedNodes(const graph::Plug& plug) const;
+    /// What a node said of why it was passed by: the first that it said.
+    Lack lackOf(graph::NodeId node) const;
     /// Gives a node's computations what they will find kept.
     void keep(graph::NodeId node, std::shared_ptr<const void> made)
     {
@@ -114,6 +116,7 @@ private:
     std::unordered_map<graph::NodeId, std::shared_ptr<const void>>
         m_kept;                  ///< what computations keep of their nodes
     std::vector<bool> m_isNoted; ///< nodes noted as uncomputed
+    std::unordered_map<graph::NodeId, Lack> m_lacks;
 };
 
 } // namespace host::eval

@@ -21,6 +21,32 @@ namespace geometry {
 struct ShapeMark;
 }
 
+/// Why the result of a computation is a stand-in.
+enum class Lack : std::uint8_t {
+    Unsaid,
+    Components, ///< the node names parts that its input does not have
+    Setting,    ///< it asks for a way of doing it that there is not
+    Input,      ///< what comes in has a form on which it cannot be done, or is beyond a limit
+    Approximate ///< what is computed only comes near
+};
+
+/// The same in words that follow the name of the node; empty where nothing is said.
+constexpr std::string_view wordsOf(Lack lack)
+{
+    switch (lack) {
+    case Lack::Components:
+        return "names components that the mesh does not have";
+    case Lack::Setting:
+        return "has a setting that is not supported";
+    case Lack::Input:
+        return "cannot be carried out on this mesh, or is beyond a limit";
+    case Lack::Approximate:
+        return "is only approximated";
+    default:
+        return {};
+    }
+}
+
 /// The stored numbers of a multi inside elements of other multis: `way` holds the indices of those,
 /// the outermost first.
 struct InnerArray {
@@ -84,8 +110,9 @@ public:
     virtual std::int32_t nodeNumber() const = 0;
     /// The time in ticks; makes the result depend on it.
     virtual std::int64_t time() = 0;
-    /// Says that the result is a stand-in for what the node would really compute.
-    virtual void noteUncomputed() = 0;
+    /// Says that the result is a stand-in for what the node would really compute, and why.
+    virtual void noteLack(Lack lack) = 0;
+    void noteUncomputed() { noteLack(Lack::Unsaid); }
 };
 
 /// What a node type computes. It holds for the type and for all derived from it, unless one of them

@@ -129,7 +129,7 @@ public:
     host::Matrix4 worldMatrixOf(const host::geometry::ShapeMark&) override { return {}; }
     std::int32_t nodeNumber() const override { return 1; }
     std::int64_t time() override { return 0; }
-    void noteUncomputed() override {}
+    void noteLack(host::Lack) override {}
 
     void setIndex(std::int32_t index) { m_index = index; }
 

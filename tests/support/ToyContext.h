@@ -36,6 +36,7 @@ public:
     std::int32_t number_ = 1;
     std::int64_t ticks = 0;
     std::size_t timesUncomputed = 0;
+    host::Lack lack = host::Lack::Unsaid; ///< what was said last
 
     void set(std::string_view name, double number) { values[std::string(name)] = number; }
     void setElement(const std::string& name, std::vector<std::int32_t> indices, host::Value value)
@@ -151,7 +152,11 @@ public:
     }
     std::int32_t nodeNumber() const override { return number_; }
     std::int64_t time() override { return ticks; }
-    void noteUncomputed() override { ++timesUncomputed; }
+    void noteLack(host::Lack reason) override
+    {
+        ++timesUncomputed;
+        lack = reason;
+    }
 
 private:
     const host::NodeCompute& m_row;

@@ -72,11 +72,13 @@ namedComponents(const MeshTask& task, std::string_view kind, std::size_t count)
     return geometry::parseComponentList(texts, kind, size);
 }
 
-/// The result of an operation; where there is none the input as it is, told as an approximation.
-inline Value meshResult(ComputeContext& context, const MeshTask& task, SharedMesh result)
+/// The result of an operation; where there is none the input as it is, told as an approximation for
+/// the reason given.
+inline Value meshResult(ComputeContext& context, const MeshTask& task, SharedMesh result,
+                        Lack lack = Lack::Input)
 {
     if (result == nullptr) {
-        context.noteUncomputed();
+        context.noteLack(lack);
         return task.passed();
     }
     return Value(std::move(result));

@@ -27,7 +27,7 @@ Expected<Value> compute(ComputeContext& context)
     const auto vertices =
         namedComponents(task, geometry::kVertexComponents, task.mesh->topology->vertexCount);
     if (!vertices.has_value() || task.mesh->points == nullptr) {
-        return meshResult(context, task, nullptr);
+        return meshResult(context, task, nullptr, Lack::Components);
     }
     return Value(geometry::averageVertices(*task.mesh, *vertices, steps, alpha, beta));
 }

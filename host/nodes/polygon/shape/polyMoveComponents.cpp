@@ -78,7 +78,7 @@ Expected<Value> moved(ComputeContext& context, ComponentKind kind, std::string_v
     }
     const auto components = namedComponents(task, prefix, countOf(*task.mesh->topology, kind));
     if (!components.has_value() || task.mesh->points == nullptr) {
-        return meshResult(context, task, nullptr);
+        return meshResult(context, task, nullptr, Lack::Components);
     }
     if (isIncomplete) {
         context.noteUncomputed();

@@ -24,7 +24,7 @@ Expected<Value> compute(ComputeContext& context)
     const auto faces =
         namedComponents(task, geometry::kFaceComponents, task.mesh->topology->faceCount());
     if (!faces.has_value()) {
-        return meshResult(context, task, nullptr);
+        return meshResult(context, task, nullptr, Lack::Components);
     }
     return meshResult(context, task,
                       geometry::turnFaces(*task.mesh, *faces, static_cast<geometry::TurnMode>(mode),

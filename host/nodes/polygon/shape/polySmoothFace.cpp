@@ -102,7 +102,7 @@ Expected<Value> compute(ComputeContext& context, std::size_t divisionsInput, boo
         return task.passed();
     }
     if (isLinear) {
-        return meshResult(context, task, nullptr);
+        return meshResult(context, task, nullptr, Lack::Setting);
     }
     if (isWhole) {
         return meshResult(context, task, geometry::smoothMesh(*task.mesh, divisions, rules));
@@ -110,7 +110,7 @@ Expected<Value> compute(ComputeContext& context, std::size_t divisionsInput, boo
     const auto faces =
         namedComponents(task, geometry::kFaceComponents, task.mesh->topology->faceCount());
     if (!faces.has_value()) {
-        return meshResult(context, task, nullptr);
+        return meshResult(context, task, nullptr, Lack::Components);
     }
     return faces->empty() ? task.passed()
                           : meshResult(context, task, smoothed(task, *faces, divisions, rules));

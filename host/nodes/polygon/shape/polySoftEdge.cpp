@@ -28,7 +28,7 @@ Expected<Value> compute(ComputeContext& context)
     const auto edges =
         namedComponents(task, geometry::kEdgeComponents, task.mesh->topology->edges.size());
     if (!edges.has_value()) {
-        return meshResult(context, task, nullptr);
+        return meshResult(context, task, nullptr, Lack::Components);
     }
     return meshResult(
         context, task,

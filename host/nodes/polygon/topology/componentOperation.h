@@ -34,7 +34,7 @@ Expected<Value> computeOn(ComputeContext& context, std::string_view kind,
     }
     const auto components = namedComponents(task, kind);
     if (!components) {
-        return meshResult(context, task, nullptr);
+        return meshResult(context, task, nullptr, Lack::Components);
     }
     return components->empty() ? task.passed()
                                : meshResult(context, task, operation(*task.mesh, *components));

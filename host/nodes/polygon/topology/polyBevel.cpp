@@ -59,19 +59,20 @@ Expected<Value> compute(ComputeContext& context)
     const geometry::Beveling beveling = readBeveling(context, hasFractionOfItsOwn);
     const bool keepsEdge = !flagInput(context, kChamfer, true);
     bool isExact = context.number(kMitering, 0) == 0;
-    auto result = computeOn(context, geometry::kEdgeComponents,
-                            [&](const geometry::MeshData& mesh,
-                                const auto& edges) -> std::shared_ptr<const geometry::MeshData> {
-                                if (keepsEdge) {
-                                    return nullptr;
-                                }
-                                geometry::Beveled beveled =
-                                    geometry::bevelEdges(mesh, edges, beveling);
-                                isExact = isExact && beveled.isExact;
-                                return beveled.mesh;
-                            });
+    if (keepsEdge) {
+        const MeshTask task = takeMeshTask(context);
+        return !context.isComplete() || task.isIdle()
+                   ? task.passed()
+                   : meshResult(context, task, nullptr, Lack::Setting);
+    }
+    auto result = computeOn(
+        context, geometry::kEdgeComponents, [&](const geometry::MeshData& mesh, const auto& edges) {
+            geometry::Beveled beveled = geometry::bevelEdges(mesh, edges, beveling);
+            isExact = isExact && beveled.isExact;
+            return beveled.mesh;
+        });
     if (!isExact) {
-        context.noteUncomputed();
+        context.noteLack(Lack::Approximate);
     }
     return result;
 }

@@ -104,7 +104,8 @@ Expected<Value> compute(ComputeContext& context)
     }
     const auto faces = namedComponents(task, geometry::kFaceComponents);
     if (!faces) {
-        return context.output() == 0 ? meshResult(context, task, nullptr) : Value();
+        return context.output() == 0 ? meshResult(context, task, nullptr, Lack::Components)
+                                     : Value();
     }
     const Original original = request.cuts ? cutOriginal(task.mesh, *faces, request.mirroring)
                                            : Original{task.mesh, *faces};

@@ -71,7 +71,7 @@ Expected<Value> compute(ComputeContext& context)
     }
     const auto line = readLine(context, task.mesh->topology->edges.size());
     if (!line || isSubdivided) {
-        return meshResult(context, task, nullptr);
+        return meshResult(context, task, nullptr, line ? Lack::Setting : Lack::Components);
     }
     return meshResult(context, task, geometry::splitFaces(*task.mesh, *line, angle));
 }
