@@ -20,6 +20,6 @@ endforeach()
 if(NOT MSVC)
     foreach(source normals triangulate)
         set_source_files_properties(${PROJECT_SOURCE_DIR}/host/geometry/mesh/${source}.cpp PROPERTIES
-            COMPILE_OPTIONS "-fno-math-errno;-fno-trapping-math")
+            COMPILE_OPTIONS "-fno-math-errno;-fno-trapping-math" SKIP_PRECOMPILE_HEADERS ON)
     endforeach()
 endif()

@@ -1,0 +1,1 @@
+// A library needs a source: its precompiled header of GoogleTest serves all test programs.
