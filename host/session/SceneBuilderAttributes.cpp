@@ -270,15 +270,15 @@ void SceneBuilder::setSparse(NodeId node, const SetAttribute& command)
     if (outer == path.stepCount) {
         return;
     }
-    Plug array;
+    const PlugShape shape = shapeOfAttribute(m_graph, node, attributeAt(m_graph, node, path));
+    NumericArray* row = nullptr;
     for (const file::SparseNumber& entry : command.sparse) {
-        if (!array || path.steps[outer].first != entry.outer) {
+        if (row == nullptr || path.steps[outer].first != entry.outer) {
             path.steps[outer].first = entry.outer;
             path.steps[outer].last = entry.outer;
-            array = plugAt(m_graph, node, path);
+            row = &m_graph.numericArray(plugAt(m_graph, node, path), shape.storage, 1);
         }
-        const PlugShape shape = shapeOfAttribute(m_graph, node, array.attribute);
-        m_graph.numericArray(array, shape.storage, 1).storeComponent(entry.inner, 0, entry.number);
+        row->storeComponent(entry.inner, 0, entry.number);
     }
 }
 
