@@ -245,7 +245,7 @@ void measureKernels(int runs)
         const SharedMesh mesh = wavyPlane(kColumns[size]);
         // small meshes more often: each size works about as long
         const int more = static_cast<int>(kColumns.back() / kColumns[size]);
-        seconds[size] = measure(all, *mesh, std::min(runs * more, 10 * runs));
+        seconds[size] = measure(all, *mesh, std::min(runs * more, 3 * runs));
         for (const double one : seconds[size]) {
             perFace[size].push_back(one / mesh->topology->faceCount() * 1e9);
         }

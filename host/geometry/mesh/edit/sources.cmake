@@ -1,4 +1,7 @@
 list(APPEND SOURCES
+    mesh/edit/BevelCorners.cpp
+    mesh/edit/BevelPoints.cpp
+    mesh/edit/BevelUvs.cpp
     mesh/edit/BorderWalker.cpp
     mesh/edit/ComponentMotion.cpp
     mesh/edit/MeshCutter.cpp
@@ -7,12 +10,14 @@ list(APPEND SOURCES
     mesh/edit/appendFace.cpp
     mesh/edit/bevelArc.cpp
     mesh/edit/bevelEdges.cpp
+    mesh/edit/bevelStrips.cpp
     mesh/edit/bridgeEdges.cpp
     mesh/edit/chipOffFaces.cpp
     mesh/edit/closeBorders.cpp
     mesh/edit/clusterVertices.cpp
     mesh/edit/cutFaces.cpp
     mesh/edit/deleteFaces.cpp
+    mesh/edit/detachEdges.cpp
     mesh/edit/dissolveEdges.cpp
     mesh/edit/dissolveVertices.cpp
     mesh/edit/divideEdges.cpp
@@ -28,6 +33,7 @@ list(APPEND SOURCES
     mesh/edit/joinTriangles.cpp
     mesh/edit/joinVertices.cpp
     mesh/edit/mirrorFaces.cpp
+    mesh/edit/reduceMesh.cpp
     mesh/edit/splitFaces.cpp
     mesh/edit/splitMesh.cpp
     mesh/edit/splitRing.cpp

@@ -3,7 +3,7 @@
 
 #include "host/geometry/mesh/edit/MeshLinks.h"
 
-#include <optional>
+#include <span>
 #include <vector>
 
 namespace host::geometry {
@@ -18,9 +18,24 @@ struct VertexFan {
     bool isClosed() const { return edges.size() == corners.size(); }
 };
 
-/// The fan of a vertex from the corners that stand at it; nothing where its faces are no single
-/// fan.
-std::optional<VertexFan> fanOf(const MeshTopology& topology, const CornerLinks& links,
-                               std::span<const std::uint32_t> corners);
+/// Finds fans: made once for a mesh, then each costs as much as it is long.
+class VertexFans {
+public:
+    VertexFans(const MeshTopology& topology, const CornerLinks& links);
+
+    /// The fan of a vertex from the corners that stand at it, in place of what `fan` was; false
+    /// where its faces are no single fan.
+    bool find(std::uint32_t vertex, std::span<const std::uint32_t> corners, VertexFan& fan) const;
+
+private:
+    bool areSingle(std::uint32_t vertex, std::span<const std::uint32_t> corners) const;
+    std::uint32_t firstEdge(std::span<const std::uint32_t> corners) const;
+
+    const MeshTopology& m_topology;
+    const CornerLinks& m_links;
+    /// The corner that walks an edge from its start (place 2 * edge) or back (2 * edge + 1); kNone,
+    /// or kSeveral.
+    std::vector<std::uint32_t> m_cornerAlong;
+};
 
 } // namespace host::geometry
