@@ -38,9 +38,8 @@ Expected<Value> compute(ComputeContext& context)
     helix.radius = reader.size(kRadius, 0.4);
     helix.isClockwise = reader.choice(kDirection, 1) == 0;
     helix.axisCells = reader.cells(kAxisCells, 8, 3);
-    const double perCoil = reader.cells(kCoilCells, 50, 1);
-    helix.coilCells = static_cast<std::uint32_t>(
-        std::clamp(std::floor(perCoil * helix.coils), 1.0, double{SolidReader::kMostCells / 8}));
+    const double perCoil = countInput(context, kCoilCells, 50, SolidReader::kMostCells);
+    helix.coilCells = reader.derivedCells(std::floor(perCoil * helix.coils));
     helix.capCells = reader.cells(kCapCells, 0, 0);
     helix.hasRoundCaps = helix.capCells > 0 && reader.flag(kRoundCap, false);
     helix.hasUvs = reader.uvs(2) != 0;

@@ -57,7 +57,9 @@ enum PyramidPosition : std::size_t {
 /// All edges of a pyramid have the same length, so its height follows.
 Expected<Value> computePyramid(ComputeContext& context)
 {
-    SolidReader reader(context);
+    constexpr std::int32_t kMostCells =
+        SolidReader::kMostCells / 10; // of up to five sides and base
+    SolidReader reader(context, kMostCells);
     geometry::ConeSettings pyramid;
     const double side = reader.size(kPyramidSide, 1);
     pyramid.axisCells = static_cast<std::uint32_t>(wholeInput(context, kPyramidSides, 4, 3, 5));

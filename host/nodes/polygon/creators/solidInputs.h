@@ -72,6 +72,17 @@ public:
         m_left /= std::max(1, count);
         return static_cast<std::uint32_t>(count);
     }
+    /// A count of cells that follows from other inputs, at least 1, under the same limit.
+    std::uint32_t derivedCells(double wanted)
+    {
+        const double most = std::max(1, m_left);
+        if (wanted > most) {
+            m_context.noteUncomputed();
+        }
+        const auto count = static_cast<std::int32_t>(std::clamp(wanted, 1.0, most));
+        m_left /= count;
+        return static_cast<std::uint32_t>(count);
+    }
     std::int32_t choice(std::size_t position, std::int32_t fallback)
     {
         return wholeInput(m_context, position, fallback, 0, 255);
