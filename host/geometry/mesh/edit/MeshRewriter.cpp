@@ -10,13 +10,21 @@ namespace {
 
 constexpr std::uint32_t kGone = 0xffffffff;
 
+/// 1 for what is kept, 0 for the rest.
+using KeptParts = std::vector<std::uint8_t>;
+
+bool areAllKept(const KeptParts& isKept)
+{
+    return std::find(isKept.begin(), isKept.end(), std::uint8_t{0}) == isKept.end();
+}
+
 /// New numbers of the parts that are kept, in order; kGone for the others.
-std::vector<std::uint32_t> closeUp(const std::vector<bool>& isKept)
+std::vector<std::uint32_t> closeUp(const KeptParts& isKept)
 {
     std::vector<std::uint32_t> numbers(isKept.size(), kGone);
     std::uint32_t next = 0;
     for (std::size_t i = 0; i < isKept.size(); ++i) {
-        if (isKept[i]) {
+        if (isKept[i] != 0) {
             numbers[i] = next++;
         }
     }
@@ -41,12 +49,14 @@ MeshRewriter::MeshRewriter(const MeshData& before)
     : m_before(before)
     , m_edges(before.topology->edges)
     , m_edgeSmooth(before.topology->edgeSmooth)
-    , m_edgeSource(before.topology->edges.size())
 {
+    if (before.creases != nullptr) {
+        m_edgeSource.resize(before.topology->edges.size());
+        std::iota(m_edgeSource.begin(), m_edgeSource.end(), 0U);
+    }
     if (before.points != nullptr) {
         m_points = *before.points;
     }
-    std::iota(m_edgeSource.begin(), m_edgeSource.end(), 0U);
     for (const UvSet& set : before.uvSets) {
         WrittenUvs written;
         if (set.points != nullptr) {
@@ -63,6 +73,21 @@ bool MeshRewriter::hasRoom(std::size_t size)
     return !m_isFull;
 }
 
+void MeshRewriter::reserve(std::size_t points, std::size_t edges, std::size_t faces,
+                           std::size_t corners)
+{
+    m_points.reserve(std::min(points, kMaxParts));
+    m_edges.reserve(std::min(edges, kMaxParts));
+    m_edgeSmooth.reserve(std::min(edges, kMaxParts));
+    m_faceSource.reserve(std::min(faces, kMaxParts));
+    m_loopStart.reserve(std::min(faces, kMaxParts) + 1);
+    m_faceLoop.reserve(std::min(faces, kMaxParts) + 1);
+    m_corners.reserve(std::min(corners, kMaxParts));
+    for (WrittenUvs& set : m_uvSets) {
+        set.corners.reserve(std::min(corners, kMaxParts));
+    }
+}
+
 std::uint32_t MeshRewriter::addPoint(const Vec3f& point)
 {
     if (hasRoom(m_points.size())) {
@@ -77,7 +102,9 @@ std::uint32_t MeshRewriter::addEdge(std::uint32_t start, std::uint32_t end, bool
     if (hasRoom(m_edges.size())) {
         m_edges.push_back({start, end});
         m_edgeSmooth.push_back(isSmooth ? 1 : 0);
-        m_edgeSource.push_back(source);
+        if (m_before.creases != nullptr) {
+            m_edgeSource.push_back(source);
+        }
     }
     return static_cast<std::uint32_t>(m_edges.size() - 1);
 }
@@ -156,23 +183,61 @@ void MeshRewriter::copyFace(std::uint32_t face)
 
 void MeshRewriter::copyFaces(std::uint32_t first, std::uint32_t end)
 {
+    if (m_before.topology->faceLoop.empty() && first < end) {
+        copySimpleFaces(first, end);
+        return;
+    }
     for (std::uint32_t face = first; face < end; ++face) {
         copyFace(face);
     }
 }
 
+/// A run of faces without holes, array by array.
+void MeshRewriter::copySimpleFaces(std::uint32_t first, std::uint32_t end)
+{
+    const MeshTopology& topology = *m_before.topology;
+    const std::uint32_t from = topology.loopStart[first];
+    const std::uint32_t to = topology.loopStart[end];
+    if (!hasRoom(m_corners.size() + (to - from))) {
+        return;
+    }
+    const auto offset = static_cast<std::uint32_t>(m_corners.size()) - from;
+    const auto takeRun = [from, to](std::vector<std::int32_t>& run,
+                                    const std::vector<std::int32_t>& before) {
+        run.insert(run.end(), before.begin() + from, before.begin() + to);
+    };
+    takeRun(m_corners, topology.corners);
+    for (WrittenUvs& set : m_uvSets) {
+        if (set.before != nullptr && set.before->size() >= to) {
+            takeRun(set.corners, *set.before);
+        } else {
+            set.corners.resize(m_corners.size(), -1);
+        }
+    }
+    for (std::uint32_t face = first; face < end; ++face) {
+        m_faceSource.push_back(face);
+        m_loopStart.push_back(topology.loopStart[face + 1] + offset);
+        m_faceLoop.push_back(static_cast<std::uint32_t>(m_loopStart.size() - 1));
+    }
+}
+
 void MeshRewriter::removeEdges()
 {
-    std::vector<bool> isKept(m_edges.size());
+    KeptParts isKept(m_edges.size());
     for (const std::int32_t reference : m_corners) {
         if (edgeOf(reference) < isKept.size()) {
-            isKept[edgeOf(reference)] = true;
+            isKept[edgeOf(reference)] = 1;
         }
+    }
+    if (areAllKept(isKept)) {
+        return;
     }
     const std::vector<std::uint32_t> numbers = closeUp(isKept);
     keepOnly(m_edges, numbers);
     keepOnly(m_edgeSmooth, numbers);
-    keepOnly(m_edgeSource, numbers);
+    if (!m_edgeSource.empty()) {
+        keepOnly(m_edgeSource, numbers);
+    }
     for (std::int32_t& reference : m_corners) {
         if (edgeOf(reference) < numbers.size()) {
             reference = referenceTo(numbers[edgeOf(reference)], reference < 0);
@@ -182,13 +247,16 @@ void MeshRewriter::removeEdges()
 
 void MeshRewriter::removePoints()
 {
-    std::vector<bool> isKept(m_points.size());
+    KeptParts isKept(m_points.size());
     for (const MeshEdge& edge : m_edges) {
         for (const std::uint32_t end : {edge.start, edge.end}) {
             if (end < isKept.size()) {
-                isKept[end] = true;
+                isKept[end] = 1;
             }
         }
+    }
+    if (areAllKept(isKept)) {
+        return;
     }
     const std::vector<std::uint32_t> numbers = closeUp(isKept);
     keepOnly(m_points, numbers);
@@ -202,11 +270,14 @@ void MeshRewriter::removePoints()
 
 void MeshRewriter::removeUvs(WrittenUvs& set)
 {
-    std::vector<bool> isKept(set.points.size());
+    KeptParts isKept(set.points.size());
     for (const std::int32_t id : set.corners) {
         if (id >= 0 && static_cast<std::size_t>(id) < isKept.size()) {
-            isKept[static_cast<std::size_t>(id)] = true;
+            isKept[static_cast<std::size_t>(id)] = 1;
         }
+    }
+    if (areAllKept(isKept)) {
+        return;
     }
     const std::vector<std::uint32_t> numbers = closeUp(isKept);
     keepOnly(set.points, numbers);

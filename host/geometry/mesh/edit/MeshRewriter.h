@@ -41,6 +41,9 @@ public:
                           std::uint32_t source = kNoSource);
     std::int32_t addUv(std::size_t set, const Vec2f& point);
 
+    /// Takes memory for so many parts in all at once, within the limit.
+    void reserve(std::size_t points, std::size_t edges, std::size_t faces, std::size_t corners);
+
     // --- faces
     /// `source`: the face of the mesh before whose groups it is in.
     void beginFace(std::uint32_t source);
@@ -78,6 +81,7 @@ private:
     };
 
     bool hasRoom(std::size_t size);
+    void copySimpleFaces(std::uint32_t first, std::uint32_t end);
     void removeEdges();
     void removePoints();
     void removeUvs(WrittenUvs& set);
@@ -93,7 +97,7 @@ private:
     std::vector<Vec3f> m_points;
     std::vector<MeshEdge> m_edges;
     std::vector<std::uint8_t> m_edgeSmooth;
-    std::vector<std::uint32_t> m_edgeSource; ///< of each edge
+    std::vector<std::uint32_t> m_edgeSource; ///< of each edge; empty where nothing is creased
     std::vector<std::int32_t> m_corners;
     std::vector<std::uint32_t> m_loopStart{0};
     std::vector<std::uint32_t> m_faceLoop{0};

@@ -10,6 +10,7 @@ std::shared_ptr<const MeshData> deleteFaces(const MeshData& mesh,
 {
     const std::uint32_t count = mesh.topology->faceCount();
     MeshRewriter rewriter(mesh);
+    rewriter.reserve(0, 0, count, mesh.topology->corners.size());
     std::uint32_t kept = 0;
     for (const std::uint32_t face : faces) {
         rewriter.copyFaces(kept, std::min(face, count));

@@ -13,16 +13,26 @@ namespace {
 /// Equal angles computed two ways differ by less.
 constexpr double kAngleTolerance = 1e-5;
 
-bool isFlatEnough(const MeshTopology& topology, std::span<const Vec3d> points,
-                  const CornerLinks& links, std::span<const std::uint32_t> corners, double angle)
+bool isFlatEnough(std::span<const Vec3d> normals, const CornerLinks& links,
+                  std::span<const std::uint32_t> corners, double angle)
 {
     if (corners.size() != 2) {
         return false;
     }
-    const Vec3d first = faceNormal(topology, points, links.face(corners[0]));
-    const Vec3d second = faceNormal(topology, points, links.face(corners[1]));
+    const Vec3d& first = normals[links.face(corners[0])];
+    const Vec3d& second = normals[links.face(corners[1])];
     const double between = angleOf(length(cross(first, second)), dot(first, second));
     return between <= angle + kAngleTolerance;
+}
+
+std::vector<Vec3d> faceNormals(const MeshData& mesh)
+{
+    const std::vector<Vec3d> points = pointsInSpace(mesh, Matrix4{});
+    std::vector<Vec3d> normals(mesh.topology->faceCount());
+    for (std::uint32_t face = 0; face < normals.size(); ++face) {
+        normals[face] = faceNormal(*mesh.topology, points, face);
+    }
+    return normals;
 }
 
 } // namespace
@@ -34,14 +44,14 @@ std::shared_ptr<const MeshData> withSmoothEdges(std::shared_ptr<const MeshData> 
                                         mesh->topology->edgeSmooth.end(), isMarked)) {
         return mesh;
     }
-    const std::vector<Vec3d> points = pointsInSpace(*mesh, Matrix4{});
+    const std::vector<Vec3d> normals = faceNormals(*mesh);
     const CornerLinks links(*mesh->topology);
     const NumberLists corners = cornersOfEdges(*mesh->topology);
     auto topology = std::make_shared<MeshTopology>(*mesh->topology);
     for (std::uint32_t edge = 0; edge < topology->edges.size(); ++edge) {
         std::uint8_t& flag = topology->edgeSmooth[edge];
         if (isMarked(flag)) {
-            flag = isFlatEnough(*mesh->topology, points, links, corners.of(edge), angle) ? 1 : 0;
+            flag = isFlatEnough(normals, links, corners.of(edge), angle) ? 1 : 0;
         }
     }
     auto result = std::make_shared<MeshData>(*mesh);

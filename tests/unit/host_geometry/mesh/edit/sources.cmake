@@ -8,6 +8,7 @@ list(APPEND SOURCES
     mesh/edit/joinVerticesTest.cpp
     mesh/edit/meshLinksTest.cpp
     mesh/edit/meshRewriterTest.cpp
+    mesh/edit/reduceTest.cpp
     mesh/edit/splitTest.cpp
     mesh/edit/triangulateFacesTest.cpp
     mesh/edit/uniteSplitTest.cpp
