@@ -31,12 +31,16 @@ extern const NodeCompute kPolyMergeVert;
 extern const NodeCompute kPolyMirror;
 extern const NodeCompute kPolyPoke;
 extern const NodeCompute kPolyQuad;
+extern const NodeCompute kPolyReduce;
 extern const NodeCompute kPolySeparate;
 extern const NodeCompute kPolySewEdge;
 extern const NodeCompute kPolySplit;
+extern const NodeCompute kPolySplitEdge;
 extern const NodeCompute kPolySplitRing;
+extern const NodeCompute kPolySplitVert;
 extern const NodeCompute kPolySubdEdge;
 extern const NodeCompute kPolySubdFace;
+extern const NodeCompute kPolyTransfer;
 extern const NodeCompute kPolyTriangulate;
 extern const NodeCompute kPolyUnite;
 

@@ -18,11 +18,14 @@ list(APPEND SOURCES
     polygon/topology/polyMirror.cpp
     polygon/topology/polyPoke.cpp
     polygon/topology/polyQuad.cpp
+    polygon/topology/polyReduce.cpp
     polygon/topology/polySeparate.cpp
     polygon/topology/polySplit.cpp
+    polygon/topology/polySplitEdge.cpp
     polygon/topology/polySplitRing.cpp
     polygon/topology/polySubdEdge.cpp
     polygon/topology/polySubdFace.cpp
+    polygon/topology/polyTransfer.cpp
     polygon/topology/polyTriangulate.cpp
     polygon/topology/polyUnite.cpp
 )
