@@ -7,17 +7,27 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 38> kNodes{
-    &kDeleteComponent, &kPolyAppend,      &kPolyAppendVertex, &kPolyBevel,
-    &kPolyBevel2,      &kPolyBevel3,      &kPolyBoolOp,       &kPolyBridgeEdge,
-    &kPolyCBoolOp,     &kPolyChipOff,     &kPolyCloseBorder,  &kPolyCollapseEdge,
-    &kPolyCollapseF,   &kPolyCut,         &kPolyDelEdge,      &kPolyDelFacet,
-    &kPolyDelVertex,   &kPolyExtrudeEdge, &kPolyExtrudeFace,  &kPolyExtrudeVertex,
-    &kPolyFlipEdge,    &kPolyMergeEdge,   &kPolyMergeVert,    &kPolyMirror,
-    &kPolyPoke,        &kPolyQuad,        &kPolyReduce,       &kPolySeparate,
-    &kPolySewEdge,     &kPolySplit,       &kPolySplitEdge,    &kPolySplitRing,
-    &kPolySplitVert,   &kPolySubdEdge,    &kPolySubdFace,     &kPolyTransfer,
-    &kPolyTriangulate, &kPolyUnite,
+constinit const std::array<const NodeCompute*, 39> kNodes{
+    &kDeleteComponent,   &kPolyAppend,
+    &kPolyAppendVertex,  &kPolyBevel,
+    &kPolyBevel2,        &kPolyBevel3,
+    &kPolyBoolOp,        &kPolyBridgeEdge,
+    &kPolyCBoolOp,       &kPolyChipOff,
+    &kPolyCloseBorder,   &kPolyCollapseEdge,
+    &kPolyCollapseF,     &kPolyConnectComponents,
+    &kPolyCut,           &kPolyDelEdge,
+    &kPolyDelFacet,      &kPolyDelVertex,
+    &kPolyExtrudeEdge,   &kPolyExtrudeFace,
+    &kPolyExtrudeVertex, &kPolyFlipEdge,
+    &kPolyMergeEdge,     &kPolyMergeVert,
+    &kPolyMirror,        &kPolyPoke,
+    &kPolyQuad,          &kPolyReduce,
+    &kPolySeparate,      &kPolySewEdge,
+    &kPolySplit,         &kPolySplitEdge,
+    &kPolySplitRing,     &kPolySplitVert,
+    &kPolySubdEdge,      &kPolySubdFace,
+    &kPolyTransfer,      &kPolyTriangulate,
+    &kPolyUnite,
 };
 
 } // namespace

@@ -18,6 +18,7 @@ extern const NodeCompute kPolyChipOff;
 extern const NodeCompute kPolyCloseBorder;
 extern const NodeCompute kPolyCollapseEdge;
 extern const NodeCompute kPolyCollapseF;
+extern const NodeCompute kPolyConnectComponents;
 extern const NodeCompute kPolyCut;
 extern const NodeCompute kPolyDelEdge;
 extern const NodeCompute kPolyDelFacet;

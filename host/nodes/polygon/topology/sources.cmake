@@ -8,6 +8,7 @@ list(APPEND SOURCES
     polygon/topology/polyBridgeEdge.cpp
     polygon/topology/polyChipOff.cpp
     polygon/topology/polyCollapse.cpp
+    polygon/topology/polyConnectComponents.cpp
     polygon/topology/polyCut.cpp
     polygon/topology/polyDelete.cpp
     polygon/topology/polyExtrudeEdge.cpp

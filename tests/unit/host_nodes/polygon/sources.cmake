@@ -1,6 +1,7 @@
 list(APPEND SOURCES
     polygon/buildingTest.cpp
     polygon/creatorsTest.cpp
+    polygon/detachingTest.cpp
     polygon/joiningTest.cpp
     polygon/shapeTest.cpp
     polygon/textureTest.cpp

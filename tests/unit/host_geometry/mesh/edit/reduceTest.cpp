@@ -1,4 +1,5 @@
-// Meshes with fewer triangles, and faces taken apart.
+// Meshes with fewer triangles, faces taken apart and cut.
+#include "host/geometry/mesh/edit/connectParts.h"
 #include "host/geometry/mesh/edit/detachEdges.h"
 #include "host/geometry/mesh/edit/reduceMesh.h"
 #include "host/geometry/mesh/primitives/boxes.h"
@@ -140,6 +141,48 @@ TEST(DetachVertices, aCornerOfACube)
     EXPECT_EQ(loopsOf(*mesh, 1).front(), (Loop{2, 8, 5, 4}));
     EXPECT_EQ(loopsOf(*mesh, 4).front(), (Loop{1, 7, 5, 9}));
     EXPECT_EQ((*mesh->points)[9], (*mesh->points)[3]);
+}
+
+/// The upright edges of a row of three squares: in a saved scene of such a row the halves are 31,
+/// 32, 34 and so on, the cuts 33, 35 and so on: each face halves what is whole, then is cut.
+TEST(ConnectEdges, aRowOfSquares)
+{
+    const MeshData row = grid(3, 1); // ten edges
+    const auto edges = edgesOf(row);
+    Numbers upright;
+    for (std::uint32_t edge = 0; edge < edges.size(); ++edge) {
+        if ((*row.points)[edges[edge].first].x == (*row.points)[edges[edge].second].x) {
+            upright.push_back(edge);
+        }
+    }
+    ASSERT_EQ(upright.size(), 4u);
+    const Connected connected = connectEdges(row, upright);
+    ASSERT_NE(connected.mesh, nullptr);
+    EXPECT_TRUE(connected.isExact);
+    const auto isFlat = [&](std::uint32_t edge) {
+        const MeshEdge& ends = connected.mesh->topology->edges[edge];
+        return (*connected.mesh->points)[ends.start].y == .5F &&
+               (*connected.mesh->points)[ends.end].y == .5F;
+    };
+    EXPECT_EQ(connected.mesh->topology->edges.size(), 17u);
+    for (const std::uint32_t cut : {12U, 14U, 16U}) {
+        EXPECT_TRUE(isFlat(cut)) << cut;
+        EXPECT_FALSE(isFlat(cut - 1)) << cut;
+    }
+    EXPECT_EQ(connected.mesh->topology->faceCount(), 6u);
+}
+
+TEST(ConnectVertices, acrossASquare)
+{
+    const Connected cut = connectVertices(grid(1, 1), Numbers{1, 2});
+    EXPECT_EQ(outerLoops(*cut.mesh), (std::vector<Loop>{{1, 2, 0}, {2, 1, 3}}));
+    EXPECT_EQ(connectVertices(grid(1, 1), Numbers{0, 1}).mesh->topology->faceCount(), 1u);
+    // all corners of a cube: every face is cut, but not how Maya would do it
+    const SharedMesh cube = makeCube({}, {});
+    const Connected all = connectVertices(*cube, Numbers{0, 3, 5, 6, 1, 2, 4, 7});
+    EXPECT_FALSE(all.isExact);
+    ASSERT_NE(all.mesh, nullptr);
+    EXPECT_EQ(eulerNumber(*all.mesh), 2);
 }
 
 } // namespace
