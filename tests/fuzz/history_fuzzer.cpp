@@ -1,6 +1,7 @@
 // Any bytes as a chain of operations on a mesh: each gets settings, components and matrices of the
 // bytes' making, and must give a mesh that holds together and has not grown beyond measure, or
 // none.
+#include "host/nodes/deform/allDeformNodes.h"
 #include "host/nodes/polygon/creators/allPolygonCreatorNodes.h"
 #include "host/nodes/polygon/shape/allPolygonShapeNodes.h"
 #include "host/nodes/polygon/texture/allPolygonTextureNodes.h"
@@ -28,7 +29,7 @@ std::vector<const NodeCompute*> operations()
     std::vector<const NodeCompute*> rows;
     for (const auto list :
          {host::nodes::allPolygonTopologyNodes(), host::nodes::allPolygonShapeNodes(),
-          host::nodes::allPolygonTextureNodes()}) {
+          host::nodes::allPolygonTextureNodes(), host::nodes::allDeformNodes()}) {
         rows.insert(rows.end(), list.begin(), list.end());
     }
     return rows;

@@ -2,6 +2,7 @@
 // right kind, and the same when it asks again.
 #pragma once
 
+#include "host/geometry/deform/LatticeData.h"
 #include "host/geometry/mesh/MeshData.h"
 #include "host/math/Matrix4.h"
 #include "host/types/ComputeContext.h"
@@ -174,6 +175,16 @@ private:
         if (kind == AttributeKind::Matrix || kind == AttributeKind::FloatMatrix) {
             return matrix();
         }
+        if (kind == AttributeKind::Lattice) {
+            return lattice();
+        }
+        if (kind == AttributeKind::PointArray) {
+            std::vector<std::array<double, 4>> points(m_bytes.below(6));
+            for (auto& point : points) {
+                point = {real(), real(), real(), 1};
+            }
+            return host::Value::of(std::move(points));
+        }
         if (kind == AttributeKind::String) {
             constexpr std::array<const char*, 4> kNames{"map1", "", "other", "map1"};
             return host::Value::of(std::string(kNames[m_bytes.below(4)]));
@@ -245,6 +256,21 @@ private:
             }
         }
         return host::Value::of(made);
+    }
+
+    /// A lattice of few points, sometimes of fewer than it says.
+    host::Value lattice()
+    {
+        host::geometry::LatticeData made;
+        for (std::int32_t* const size : {&made.s, &made.t, &made.u}) {
+            *size = static_cast<std::int32_t>(m_bytes.below(4)) + 1;
+        }
+        made.points.resize(static_cast<std::size_t>(made.s * made.t * made.u) -
+                           (m_bytes.below(8) == 0 ? 1 : 0));
+        for (host::Vec3d& point : made.points) {
+            point = {real(), real(), real()};
+        }
+        return host::Value::of(std::move(made));
     }
 
     host::Value components()
