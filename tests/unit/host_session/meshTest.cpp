@@ -192,7 +192,7 @@ TEST_F(Meshes, BehindADeformerAreTheOneAboveAndSaySo)
         createNode tweak -n "tweak1";
         createNode groupId -n "id1";
         createNode groupParts -n "parts"; setAttr ".ic" -type "componentList" 1 "vtx[*]";
-        createNode skinCluster -n "skin1";
+        createNode wrap -n "skin1";
         connectAttr "m.w" "tweak1.ip[0].ig";
         connectAttr "tweak1.og[0]" "parts.ig";
         connectAttr "id1.id" "parts.gi";
@@ -201,9 +201,9 @@ TEST_F(Meshes, BehindADeformerAreTheOneAboveAndSaySo)
     ASSERT_NE(mesh("skinned"), nullptr);
     EXPECT_EQ(mesh("skinned")->points, mesh("m")->points);
     (void)mesh("skinned"); // asked for twice, said once
-    EXPECT_EQ(timesNoted(DiagnosticKind::ApproximatedShape, "skinCluster"), 1U);
+    EXPECT_EQ(timesNoted(DiagnosticKind::ApproximatedShape, "wrap"), 1U);
     EXPECT_EQ(timesNoted(DiagnosticKind::ApproximatedShape, "tweak"), 0U); // computed
-    EXPECT_EQ(timesNoted(DiagnosticKind::UncomputedNode, "skinCluster"), 1U);
+    EXPECT_EQ(timesNoted(DiagnosticKind::UncomputedNode, "wrap"), 1U);
     EXPECT_EQ(timesNoted(DiagnosticKind::ApproximatedShape, "groupParts"), 0U);
 }
 

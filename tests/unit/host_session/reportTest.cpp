@@ -95,7 +95,7 @@ TEST_F(Report, CountsWhatWasReadAndWhatWasNot)
         createNode mesh -n "missing" -p "a";
         createNode mesh -n "empty" -p "a";
         createNode mesh -n "never" -p "a";
-        createNode skinCluster -n "skin"; createNode polyReduce -n "cube";
+        createNode wrap -n "skin"; createNode polyReduce -n "cube";
         createNode glassThing -n "g1"; createNode glassThing -n "g2";
         createNode file -n "f1"; setAttr ".ftn" -type "string" "C:\\tex\\wood.png";
         createNode file -n "f2"; setAttr ".ftn" -type "string" "C:\\tex\\wood.png";
@@ -116,7 +116,7 @@ TEST_F(Report, CountsWhatWasReadAndWhatWasNot)
     EXPECT_EQ(report["unknownNodeTypes"][0]["count"], 2);
     EXPECT_EQ(report["unknownNodeTypes"][0]["first"], "g1");
     EXPECT_EQ(report["unknownStatements"][0]["word"], "frobnicate");
-    EXPECT_EQ(report["approximatedBy"][0]["type"], "skinCluster");
+    EXPECT_EQ(report["approximatedBy"][0]["type"], "wrap");
     EXPECT_EQ(report["missingBecauseOf"][0]["firstShape"], "missing");
     EXPECT_EQ(report["textures"], nlohmann::json::parse(R"(["C:\\tex\\wood.png"])"));
     EXPECT_EQ(report["referencesLeftOut"], nlohmann::json::parse(R"(["props/\"x\".ma"])"));
@@ -132,7 +132,7 @@ TEST_F(Report, NamesShapesWithAHistoryAndWhatWasPassedBy)
         createNode mesh -n "soft" -p "a";
         createNode mesh -n "lost" -p "a";
         createNode polySoftEdge -n "edge"; createNode strangeThing -n "outer";
-        createNode skinCluster -n "inner"; createNode polyReduce -n "nothing";
+        createNode wrap -n "inner"; createNode polyReduce -n "nothing";
         connectAttr "stored.o" "inner.ip[0].ig"; connectAttr "inner.og[0]" "outer.in";
         connectAttr "outer.out" "bent.i";
         connectAttr "stored.o" "edge.ip"; connectAttr "edge.out" "soft.i";
@@ -143,7 +143,7 @@ TEST_F(Report, NamesShapesWithAHistoryAndWhatWasPassedBy)
     }
     EXPECT_EQ(nlohmann::json::parse(session.report())["history"], nlohmann::json::parse(R"([
         {"shape": "|a|bent", "outcome": "approximated",
-         "passed": [{"type": "strangeThing", "node": "outer"}, {"type": "skinCluster", "node": "inner"}]},
+         "passed": [{"type": "strangeThing", "node": "outer"}, {"type": "wrap", "node": "inner"}]},
         {"shape": "|a|soft", "outcome": "computed", "passed": []},
         {"shape": "|a|lost", "outcome": "missing", "passed": [{"type": "polyReduce", "node": "nothing"}]}])"));
 }

@@ -5,6 +5,7 @@ set(SOURCES
     curveTruthTest.cpp
     dagTest.cpp
     defaultSceneTest.cpp
+    deformTest.cpp
     hairTest.cpp
     historyTest.cpp
     meshTest.cpp
