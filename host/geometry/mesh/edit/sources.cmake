@@ -15,6 +15,7 @@ list(APPEND SOURCES
     mesh/edit/chipOffFaces.cpp
     mesh/edit/closeBorders.cpp
     mesh/edit/clusterVertices.cpp
+    mesh/edit/connectParts.cpp
     mesh/edit/cutFaces.cpp
     mesh/edit/deleteFaces.cpp
     mesh/edit/detachEdges.cpp
