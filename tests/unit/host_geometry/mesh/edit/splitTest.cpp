@@ -265,7 +265,8 @@ TEST(SubdivideFaces, numbersThatScenesNameOnACube)
     EXPECT_EQ(edgesWhere(mesh, isOnRim),
               (Numbers{0, 1, 2, 3, 6, 7, 10, 11, 12, 14, 20, 21, 22, 28, 34, 35}));
     for (const std::uint32_t face : {3U, 15U, 16U, 17U}) {
-        for (const std::uint32_t vertex : loopsOf(*mesh, face).front()) {
+        const Loop loop = loopsOf(*mesh, face).front();
+        for (const std::uint32_t vertex : loop) {
             EXPECT_EQ(pointOf(mesh, vertex).y, -.5F);
         }
     }
@@ -356,7 +357,8 @@ TEST(SubdivideFaces, columnsRunRoundACube)
     for (std::uint32_t vertex = 8; vertex < 12; ++vertex) {
         EXPECT_EQ(pointOf(mesh, vertex).x, 0);
     }
-    for (const std::uint32_t vertex : loopsOf(*mesh, 1).front()) {
+    const Loop loop = loopsOf(*mesh, 1).front();
+    for (const std::uint32_t vertex : loop) {
         EXPECT_LE(pointOf(mesh, vertex).x, 0);
         EXPECT_EQ(pointOf(mesh, vertex).y, .5F);
     }
