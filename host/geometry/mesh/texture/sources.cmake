@@ -1,5 +1,6 @@
 list(APPEND SOURCES
     mesh/texture/UvEditor.cpp
+    mesh/texture/addCornerUvs.cpp
     mesh/texture/cutUvs.cpp
     mesh/texture/joinUvs.cpp
     mesh/texture/layOutUvs.cpp

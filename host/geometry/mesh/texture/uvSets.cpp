@@ -1,6 +1,5 @@
 #include "host/geometry/mesh/texture/uvSets.h"
 
-#include "host/geometry/mesh/polygon.h"
 #include "host/geometry/mesh/texture/UvEditor.h"
 
 #include <algorithm>
@@ -74,12 +73,6 @@ std::shared_ptr<const MeshData> withCopiedUvs(const MeshData& mesh, std::size_t 
     }
     editor.removeUnused();
     return editor.finish();
-}
-
-bool hasSameFaces(const MeshTopology& a, const MeshTopology& b)
-{
-    return a.vertexCount == b.vertexCount && a.loopStart == b.loopStart &&
-           a.faceLoop == b.faceLoop && cornerVertices(a) == cornerVertices(b);
 }
 
 } // namespace host::geometry

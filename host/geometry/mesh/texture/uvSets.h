@@ -1,4 +1,4 @@
-// Whole sets of texture coordinates: made, copied, taken from another mesh, taken away.
+// Whole sets of texture coordinates: made, copied, taken away.
 #pragma once
 
 #include "host/geometry/mesh/MeshData.h"
@@ -24,8 +24,5 @@ std::shared_ptr<const MeshData> withCopiedUvSet(const MeshData& mesh, std::size_
 std::shared_ptr<const MeshData> withCopiedUvs(const MeshData& mesh, std::size_t set,
                                               std::string_view name,
                                               std::span<const std::uint32_t> faces);
-
-/// True when the faces have the same loops of the same vertices.
-bool hasSameFaces(const MeshTopology& a, const MeshTopology& b);
 
 } // namespace host::geometry

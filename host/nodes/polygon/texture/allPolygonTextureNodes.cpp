@@ -12,8 +12,8 @@ constinit const std::array<const NodeCompute*, 27> kNodes{
     &kDeleteColorSet,     &kDeleteUVSet,  &kPolyAutoProj,    &kPolyColorDel,   &kPolyColorMod,
     &kPolyColorPerVertex, &kPolyCopyUV,   &kPolyCrease,      &kPolyCylProj,    &kPolyFlipUV,
     &kPolyLayoutUV,       &kPolyMapCut,   &kPolyMapDel,      &kPolyMapSew,     &kPolyMapSewMove,
-    &kPolyMergeUV,        &kPolyMoveUV,   &kPolyNormalizeUV, &kPolyPlanarProj, &kPolySphProj,
-    &kPolyTransfer,       &kPolyTweakUV,
+    &kPolyMergeUV,        &kPolyMoveUV,   &kPolyNormalizeUV, &kPolyPinUV,      &kPolyPlanarProj,
+    &kPolySphProj,        &kPolyTweakUV,
 };
 
 } // namespace

@@ -55,12 +55,12 @@ Expected<Value> compute(ComputeContext& context)
     const auto faces =
         namedComponents(task, geometry::kFaceComponents, task.mesh->topology->faceCount());
     if (!faces) {
-        return meshResult(context, task, nullptr);
+        return meshResult(context, task, nullptr, Lack::Components);
     }
     if (faces->empty()) {
         return task.passed();
     }
-    context.noteUncomputed();
+    context.noteLack(Lack::Textures);
     return Value(geometry::projectFromPlanes(*task.mesh, setName, *faces, projection));
 }
 

@@ -35,12 +35,12 @@ Expected<Value> compute(ComputeContext& context)
     const auto faces =
         namedComponents(task, geometry::kFaceComponents, task.mesh->topology->faceCount());
     if (!faces) {
-        return meshResult(context, task, nullptr);
+        return meshResult(context, task, nullptr, Lack::Components);
     }
     if (faces->empty()) {
         return task.passed();
     }
-    context.noteUncomputed();
+    context.noteLack(Lack::Textures);
     return computeOnUvSet(context, task, setName, [&](const MeshData& mesh, std::size_t set) {
         return geometry::layOutUvs(mesh, set, *faces, layout, flipsReversed);
     });

@@ -1,7 +1,9 @@
-// polyTweakUV: offsets added to texture coordinates.
+// polyTweakUV: offsets added to texture coordinates, and new ones for corners.
 #include "host/nodes/polygon/texture/polygonTextureTypes.h"
 #include "host/nodes/polygon/texture/uvInputs.h"
 
+#include "host/geometry/mesh/edit/MeshLinks.h"
+#include "host/geometry/mesh/texture/addCornerUvs.h"
 #include "host/geometry/mesh/texture/moveUvs.h"
 
 namespace host::nodes {
@@ -10,9 +12,20 @@ namespace {
 using geometry::MeshData;
 using geometry::OffsetRun;
 
-constexpr auto kInputs = meshInputs("uvTweak", "uvTweakU", "uvTweakV", "uvSetName", "newUV");
+constexpr auto kInputs = meshInputs("uvTweak", "uvTweakU", "uvTweakV", "uvSetName", "newUV",
+                                    "faceId", "vertexId", "newUValue", "newVValue");
 constexpr std::array<std::string_view, 1> kOutputs{"output"};
-enum Position : std::size_t { kTweak = kFirstOwnInput, kTweakU, kTweakV, kSetName, kNewUv };
+enum Position : std::size_t {
+    kTweak = kFirstOwnInput,
+    kTweakU,
+    kTweakV,
+    kSetName,
+    kNewUv,
+    kFace,
+    kVertex,
+    kNewU,
+    kNewV
+};
 constexpr std::size_t kNumbers = 2;
 
 /// Offsets in single precision, one run after the other.
@@ -50,6 +63,24 @@ Offsets readOffsets(ComputeContext& context)
     return offsets;
 }
 
+std::vector<geometry::CornerUv> readNewUvs(ComputeContext& context)
+{
+    std::vector<geometry::CornerUv> uvs;
+    for (const std::int32_t index : context.elementIndices(kNewUv)) {
+        const auto number = [&](Position position) {
+            return context.element(position, index).number(0);
+        };
+        const double face = context.element(kFace, index).number(-1);
+        const double vertex = number(kVertex);
+        if (face >= 0 && face < geometry::kNone && vertex >= 0 && vertex < geometry::kNone) {
+            uvs.push_back({static_cast<std::uint32_t>(face),
+                           static_cast<std::uint32_t>(vertex),
+                           {static_cast<float>(number(kNewU)), static_cast<float>(number(kNewV))}});
+        }
+    }
+    return uvs;
+}
+
 SharedMesh tweaked(const MeshData& mesh, std::size_t set, const Offsets& offsets)
 {
     auto result = std::make_shared<MeshData>(mesh);
@@ -65,18 +96,17 @@ Expected<Value> compute(ComputeContext& context)
     const MeshTask task = takeMeshTask(context);
     const Offsets offsets = readOffsets(context);
     const std::string setName = textInput(context, kSetName);
-    const bool addsUvs = !context.elementIndices(kNewUv).empty();
-    if (!context.isComplete() || task.isIdle()) {
+    const std::vector<geometry::CornerUv> newUvs = readNewUvs(context);
+    if (!context.isComplete() || task.isIdle() || (offsets.runs.empty() && newUvs.empty())) {
         return task.passed();
     }
-    if (addsUvs) {
-        context.noteUncomputed(); // coordinates that it gives to corners without any are left out
-    }
-    if (offsets.runs.empty()) {
-        return task.passed();
+    if (!newUvs.empty()) {
+        context.noteLack(Lack::Textures); // their numbers are only believed
     }
     return computeOnUvSet(context, task, setName, [&](const MeshData& mesh, std::size_t set) {
-        return tweaked(mesh, set, offsets);
+        const SharedMesh grown =
+            newUvs.empty() ? nullptr : geometry::addCornerUvs(mesh, set, newUvs);
+        return tweaked(grown != nullptr ? *grown : mesh, set, offsets);
     });
 }
 

@@ -28,9 +28,9 @@ extern const NodeCompute kPolyMapSewMove;
 extern const NodeCompute kPolyMergeUV;
 extern const NodeCompute kPolyMoveUV;
 extern const NodeCompute kPolyNormalizeUV;
+extern const NodeCompute kPolyPinUV;
 extern const NodeCompute kPolyPlanarProj;
 extern const NodeCompute kPolySphProj;
-extern const NodeCompute kPolyTransfer;
 extern const NodeCompute kPolyTweakUV;
 
 } // namespace host::nodes

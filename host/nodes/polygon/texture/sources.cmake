@@ -4,6 +4,7 @@ list(APPEND SOURCES
     polygon/texture/polyAutoProj.cpp
     polygon/texture/polyCrease.cpp
     polygon/texture/polyLayoutUV.cpp
+    polygon/texture/polyPinUV.cpp
     polygon/texture/polyTweakUV.cpp
     polygon/texture/uvBorders.cpp
     polygon/texture/uvMotions.cpp

@@ -33,7 +33,7 @@ Value changed(ComputeContext& context, const MeshTask& task, const std::string& 
         kind == geometry::kFaceComponents ? topology.faceCount() : topology.edges.size();
     const auto parts = namedComponents(task, kind, count);
     if (!parts) {
-        return meshResult(context, task, nullptr);
+        return meshResult(context, task, nullptr, Lack::Components);
     }
     if (parts->empty()) {
         return task.passed();
@@ -47,7 +47,7 @@ Value changed(ComputeContext& context, const MeshTask& task, const std::string& 
 Value noted(ComputeContext& context, const MeshTask& task, Value result)
 {
     if (result.data<MeshData>() != task.mesh) {
-        context.noteUncomputed();
+        context.noteLack(Lack::Textures);
     }
     return result;
 }

@@ -17,13 +17,14 @@ inline std::string textInput(ComputeContext& context, std::size_t position)
 }
 
 /// The result of an operation that is called with the mesh and the set of the name; passed on, as
-/// an approximation, where the mesh does not have it.
+/// an approximation, where the mesh does not have it, or the operation does not find what it names.
 template<class Operation>
 Value computeOnUvSet(ComputeContext& context, const MeshTask& task, const std::string& name,
                      const Operation& operation)
 {
     const auto set = geometry::findUvSet(*task.mesh, name);
-    return meshResult(context, task, set ? operation(*task.mesh, *set) : SharedMesh());
+    return meshResult(context, task, set ? operation(*task.mesh, *set) : SharedMesh(),
+                      Lack::Components);
 }
 
 /// The ids that a node names, as "map[...]" or as those that the corners of faces have. None where

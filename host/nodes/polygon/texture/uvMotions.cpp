@@ -73,7 +73,7 @@ Expected<Value> move(ComputeContext& context)
         return task.passed();
     }
     if (isRandom) {
-        context.noteUncomputed(); // chance cannot be known
+        context.noteLack(Lack::Textures); // chance cannot be known
     }
     return moved(context, task, setName, [&motion](const UvBounds&) { return motion; });
 }
@@ -114,7 +114,7 @@ Expected<Value> normalize(ComputeContext& context)
         return task.passed();
     }
     if (!isKnown) {
-        return meshResult(context, task, nullptr);
+        return meshResult(context, task, nullptr, Lack::Setting);
     }
     return moved(context, task, setName, [keepsRatio](const UvBounds& box) {
         return geometry::fitIntoUnit(box, keepsRatio, false);

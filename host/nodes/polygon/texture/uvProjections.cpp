@@ -81,13 +81,13 @@ Expected<Value> compute(ComputeContext& context)
     const auto faces =
         namedComponents(task, geometry::kFaceComponents, task.mesh->topology->faceCount());
     if (!faces) {
-        return meshResult(context, task, nullptr);
+        return meshResult(context, task, nullptr, Lack::Components);
     }
     if (faces->empty()) {
         return task.passed();
     }
     if (isBelieved) {
-        context.noteUncomputed();
+        context.noteLack(Lack::Textures);
     }
     return meshResult(context, task, geometry::projectUvs(*task.mesh, setName, *faces, projection));
 }

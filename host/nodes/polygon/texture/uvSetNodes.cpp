@@ -1,4 +1,4 @@
-// createUVSet, deleteUVSet, copyUVSet, polyCopyUV, polyTransfer: whole sets of texture coordinates.
+// createUVSet, deleteUVSet, copyUVSet, polyCopyUV: whole sets of texture coordinates.
 #include "host/nodes/polygon/texture/polygonTextureTypes.h"
 #include "host/nodes/polygon/texture/uvInputs.h"
 
@@ -14,7 +14,6 @@ constexpr std::array<std::string_view, 3> kCopySetInputs{"inputGeometry", "uvSet
                                                          "uvSetName2"};
 constexpr std::array<std::string_view, 1> kSetOutputs{"outputGeometry"};
 constexpr auto kCopyInputs = meshInputs("uvSetName", "uvSetNameInput");
-constexpr auto kTransferInputs = meshInputs("otherPoly", "vertices", "uvSets");
 constexpr std::array<std::string_view, 1> kOutputs{"output"};
 
 /// What the nodes on whole sets have in common.
@@ -75,7 +74,7 @@ Expected<Value> copyFaces(ComputeContext& context)
     const MeshData& mesh = *task.mesh;
     const auto faces = namedComponents(task, geometry::kFaceComponents, mesh.topology->faceCount());
     if (!faces) {
-        return meshResult(context, task, nullptr);
+        return meshResult(context, task, nullptr, Lack::Components);
     }
     const std::string name = nameOfSet(mesh, target);
     if (faces->empty() || name == nameOfSet(mesh, source)) {
@@ -88,28 +87,6 @@ Expected<Value> copyFaces(ComputeContext& context)
     });
 }
 
-/// From a mesh of the same faces; others are passed over.
-Expected<Value> transfer(ComputeContext& context)
-{
-    const MeshTask task = takeMeshTask(context);
-    const auto other = context.input(kFirstOwnInput).data<MeshData>();
-    const bool takesPoints = flagInput(context, kFirstOwnInput + 1, false);
-    const bool takesUvs = flagInput(context, kFirstOwnInput + 2, true);
-    if (!context.isComplete() || task.isIdle() || !(takesPoints || takesUvs)) {
-        return task.passed();
-    }
-    if (other == nullptr || !geometry::hasSameFaces(*task.mesh->topology, *other->topology)) {
-        return meshResult(context, task, nullptr);
-    }
-    auto result = std::make_shared<MeshData>(*task.mesh);
-    result->points = takesPoints ? other->points : result->points;
-    if (takesUvs) {
-        result->uvSets = other->uvSets;
-        result->currentUvSet = other->currentUvSet;
-    }
-    return Value(SharedMesh(std::move(result)));
-}
-
 } // namespace
 
 constinit const NodeCompute kCreateUVSet{
@@ -120,7 +97,5 @@ constinit const NodeCompute kCopyUVSet{
     .type = "copyUVSet", .inputs = kCopySetInputs, .outputs = kSetOutputs, .compute = copySet};
 constinit const NodeCompute kPolyCopyUV{
     .type = "polyCopyUV", .inputs = kCopyInputs, .outputs = kOutputs, .compute = copyFaces};
-constinit const NodeCompute kPolyTransfer{
-    .type = "polyTransfer", .inputs = kTransferInputs, .outputs = kOutputs, .compute = transfer};
 
 } // namespace host::nodes

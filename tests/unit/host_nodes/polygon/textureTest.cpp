@@ -98,9 +98,37 @@ TEST(PolyTweakUV, PassesOnWhatItCannotChange)
     EXPECT_TRUE(isPassedOn(context));
     EXPECT_EQ(context.timesUncomputed, 0U);
     context.set("nodeState", 0);
-    context.setElement("newUV", {0}, Value());
+    context.setElement("newUV", {0}, Value()); // for no face
     expectUv(*output(context), 0, 1, 1);
+    EXPECT_EQ(context.timesUncomputed, 0U);
+}
+
+TEST(PolyTweakUV, AddsCoordinatesForCornersBehindTheOthers)
+{
+    ToyContext context = operation(kPolyTweakUV, {});
+    const auto add = [&context](std::int32_t index, double face, double vertex, double u) {
+        context.setElement("newUV", {index}, Value());
+        context.setElement("faceId", {index}, Value(face));
+        context.setElement("vertexId", {index}, Value(vertex));
+        context.setElement("newUValue", {index}, Value(u));
+    };
+    add(0, 1, 4, 7);
+    add(1, 9, 4, 8); // no such face
+    add(2, 0, 5, 8); // the face has no such vertex
+    add(5, 0, 0, 9);
+    const auto mesh = output(context);
+    EXPECT_EQ(idsOf(*mesh), (Ids{7, 1, 4, 3, 1, 2, 5, 6}));
+    expectUv(*mesh, 6, 7, 0);
+    expectUv(*mesh, 7, 9, 0);
     EXPECT_EQ(context.timesUncomputed, 1U);
+}
+
+TEST(PolyPinUV, LeavesTheMeshAsItIs)
+{
+    ToyContext context(kPolyPinUV);
+    context.values["inputPolymesh"] = Value::of(geometry::test::twoSquares());
+    EXPECT_TRUE(isPassedOn(context));
+    EXPECT_EQ(context.timesUncomputed, 0U);
 }
 
 TEST(PolyPlanarProj, ProjectsInTheWorldWhereItSaysSo)
@@ -349,23 +377,6 @@ TEST(PolyCopyUV, CopiesAllOrSomeFaces)
     context.values["uvSetName"] = text("map1");
     EXPECT_TRUE(isPassedOn(context));
     EXPECT_EQ(context.timesUncomputed, 0U);
-}
-
-TEST(PolyTransfer, TakesFromAMeshOfTheSameFacesOnly)
-{
-    ToyContext context = operation(kPolyTransfer, {});
-    EXPECT_TRUE(isPassedOn(context));
-    EXPECT_EQ(context.timesUncomputed, 1U);
-    MeshData other = geometry::test::twoSquares();
-    other.uvSets[0].name = "theirs";
-    other.points = std::make_shared<const std::vector<Vec3f>>(6);
-    context.values["otherPoly"] = Value::of(other);
-    const auto taken = output(context);
-    EXPECT_EQ(taken->uvSets[0].name, "theirs");
-    EXPECT_NE(taken->points, other.points);
-    context.set("vertices", 1);
-    EXPECT_EQ(output(context)->points, other.points);
-    EXPECT_EQ(context.timesUncomputed, 1U);
 }
 
 TEST(PolyCrease, ElementsGoByTheNumbersOfEdges)

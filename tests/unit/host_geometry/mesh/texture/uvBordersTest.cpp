@@ -138,15 +138,6 @@ TEST(UvSets, FacesAreCopiedWithIdsOfTheirOwn)
     EXPECT_TRUE(isConsistent(*copied));
 }
 
-TEST(UvSets, SameFacesAreTheSameVerticesInTheSameLoops)
-{
-    const MeshData mesh = test::twoSquares();
-    EXPECT_TRUE(hasSameFaces(*mesh.topology, *test::twoSquares().topology));
-    const MeshData turned = test::meshOf(*mesh.points, {{{1, 4, 3, 0}}, {{1, 2, 5, 4}}});
-    EXPECT_FALSE(hasSameFaces(*mesh.topology, *turned.topology));
-    EXPECT_FALSE(hasSameFaces(*mesh.topology, *fourSquares().topology));
-}
-
 TEST(SetCreases, NewOnesWinAndZeroTakesAway)
 {
     MeshData mesh = test::twoSquares(); // 7 edges, 6 vertices
