@@ -24,10 +24,11 @@ struct ShapeMark;
 /// Why the result of a computation is a stand-in.
 enum class Lack : std::uint8_t {
     Unsaid,
-    Components, ///< the node names parts that its input does not have
-    Setting,    ///< it asks for a way of doing it that there is not
-    Input,      ///< what comes in has a form on which it cannot be done, or is beyond a limit
-    Approximate ///< what is computed only comes near
+    Components,  ///< the node names parts that its input does not have
+    Setting,     ///< it asks for a way of doing it that there is not
+    Input,       ///< what comes in has a form on which it cannot be done, or is beyond a limit
+    Approximate, ///< what is computed only comes near
+    Textures     ///< the shape is right; only its texture coordinates, or their numbers, are not
 };
 
 /// The same in words that follow the name of the node; empty where nothing is said.
@@ -42,6 +43,8 @@ constexpr std::string_view wordsOf(Lack lack)
         return "cannot be carried out on this mesh, or is beyond a limit";
     case Lack::Approximate:
         return "is only approximated";
+    case Lack::Textures:
+        return "is only approximated, in texture coordinates";
     default:
         return {};
     }
