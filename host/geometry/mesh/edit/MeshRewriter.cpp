@@ -46,9 +46,7 @@ void keepOnly(std::vector<T>& parts, const std::vector<std::uint32_t>& numbers)
 } // namespace
 
 MeshRewriter::MeshRewriter(const MeshData& before)
-    : m_before(before)
-    , m_edges(before.topology->edges)
-    , m_edgeSmooth(before.topology->edgeSmooth)
+    : m_before(before), m_edges(before.topology->edges), m_edgeSmooth(before.topology->edgeSmooth)
 {
     if (before.creases != nullptr) {
         m_edgeSource.resize(before.topology->edges.size());

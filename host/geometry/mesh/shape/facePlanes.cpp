@@ -25,6 +25,39 @@ std::vector<PolygonPlane> facePlanes(const MeshTopology& topology, std::span<con
     return planes;
 }
 
+LazyPlanes::LazyPlanes(const MeshData& mesh, const Matrix4& space)
+    : m_topology(*mesh.topology)
+    , m_points(pointsOf(mesh))
+    , m_space(space)
+    , m_place(mesh.topology->faceCount())
+{
+}
+
+const PolygonPlane& LazyPlanes::of(std::uint32_t face)
+{
+    if (m_place[face] == 0) {
+        m_planes.push_back(compute(face));
+        m_place[face] = static_cast<std::uint32_t>(m_planes.size());
+    }
+    return m_planes[m_place[face] - 1];
+}
+
+PolygonPlane LazyPlanes::compute(std::uint32_t face)
+{
+    m_corners.clear();
+    m_ends.clear();
+    for (std::uint32_t loop = m_topology.firstLoop(face); loop < m_topology.firstLoop(face + 1);
+         ++loop) {
+        for (std::uint32_t corner = m_topology.loopStart[loop];
+             corner < m_topology.loopStart[loop + 1]; ++corner) {
+            const Vec3f& point = m_points[m_topology.cornerVertex(corner)];
+            m_corners.push_back(transformPoint(toDouble(point), m_space));
+        }
+        m_ends.push_back(static_cast<std::uint32_t>(m_corners.size()));
+    }
+    return polygonPlane(m_corners, m_ends);
+}
+
 std::vector<Vec3d> doublePoints(const MeshData& mesh)
 {
     const std::span<const Vec3f> given = pointsOf(mesh);

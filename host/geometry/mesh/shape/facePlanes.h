@@ -3,6 +3,7 @@
 
 #include "host/geometry/mesh/MeshData.h"
 #include "host/geometry/mesh/polygon.h"
+#include "host/math/Matrix4.h"
 
 #include <span>
 #include <vector>
@@ -11,6 +12,27 @@ namespace host::geometry {
 
 /// One plane per face (see `polygonPlane`).
 std::vector<PolygonPlane> facePlanes(const MeshTopology& topology, std::span<const Vec3d> points);
+
+/// Planes that are computed when they are first asked for, of the points times `space`.
+class LazyPlanes {
+public:
+    /// The mesh must outlive this.
+    LazyPlanes(const MeshData& mesh, const Matrix4& space);
+
+    /// Valid until the next one is asked for.
+    const PolygonPlane& of(std::uint32_t face);
+
+private:
+    PolygonPlane compute(std::uint32_t face);
+
+    const MeshTopology& m_topology;
+    std::span<const Vec3f> m_points;
+    Matrix4 m_space;
+    std::vector<std::uint32_t> m_place; ///< by face, plus 1; 0: not computed yet
+    std::vector<PolygonPlane> m_planes;
+    std::vector<Vec3d> m_corners;
+    std::vector<std::uint32_t> m_ends;
+};
 
 /// The points in double precision.
 std::vector<Vec3d> doublePoints(const MeshData& mesh);
