@@ -42,12 +42,14 @@ void SceneBuilder::requirePlugin(std::string_view plugin, std::string_view versi
 {
     // What a plug-in would bring shows in the node types that stay unknown. Maya itself weighs
     // normals by angle and area since version 2013; the scenes of older ones keep what they had,
-    // all faces alike.
+    // all faces alike. Cylinders lie differently in texture space since 2023.
     constexpr int kFirstWeighing = 2013;
+    constexpr int kFirstNewCylinder = 2023;
     if (plugin == "maya") {
         int year = 0;
         std::from_chars(version.data(), version.data() + version.size(), year);
         m_hasPlainNormals = year > 0 && year < kFirstWeighing; // 7.0, 8.5, 2008, 2012
+        m_hasNewCylinders = year >= kFirstNewCylinder;
     }
 }
 
@@ -177,8 +179,19 @@ void SceneBuilder::createNode(const file::CreateNode& command)
         node.unknownType = command.type;
     }
     if (m_hasPlainNormals && type.isA("mesh")) {
-        const AttributeIndex method = type.findAttribute("vertexNormalMethod");
-        m_graph.setValue({m_current, method, graph::kNoSlot, -1}, 0.0);
+        setInitial("vertexNormalMethod", 0);
+    }
+    if (m_hasNewCylinders && type.name().starts_with("poly")) {
+        setInitial("maya2022UVs", 0);
+    }
+}
+
+/// What a number of the current node is until the file says otherwise.
+void SceneBuilder::setInitial(std::string_view attribute, double number)
+{
+    const AttributeIndex index = m_graph.node(m_current).type.findAttribute(attribute);
+    if (index != kNoAttribute) {
+        m_graph.setValue({m_current, index, graph::kNoSlot, -1}, number);
     }
 }
 

@@ -64,6 +64,7 @@ private:
     graph::NodeId replaceUnknown(graph::NodeId node);
     graph::NodeId claimDefault(const file::CreateNode& command, NodeType type);
     graph::NodeId findShared(const file::CreateNode& command, NodeType type, graph::NodeId parent);
+    void setInitial(std::string_view attribute, double number);
     NodeType typeFor(const file::CreateNode& command, bool& isUnknown);
     FoundNode findInstance(std::string_view nameOrPath) const;
     std::int32_t instanceOf(const std::vector<graph::NodeId>& chain) const;
@@ -98,6 +99,7 @@ private:
     Diagnostics& m_diagnostics;
     bool m_isDefault;
     bool m_hasPlainNormals = false; ///< the file is from before normals were weighed
+    bool m_hasNewCylinders = false; ///< the file is from after their texture coordinates changed
     file::Place m_place;
     SceneFacts m_facts;
     graph::NodeId m_current = graph::kNoNode;

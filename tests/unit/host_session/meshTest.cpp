@@ -207,6 +207,23 @@ TEST_F(Meshes, BehindADeformerAreTheOneAboveAndSaySo)
     EXPECT_EQ(timesNoted(DiagnosticKind::ApproximatedShape, "groupParts"), 0U);
 }
 
+TEST_F(Meshes, OfCylindersLieInTextureSpaceAsTheirVersionOfMayaLaysThem)
+{
+    // the sides begin at u = .375; they end at v = .6875 since 2023, and at .68843985 before
+    const auto topOfSides = [this](const std::string& version) {
+        open("requires maya \"" + version + R"(";
+            createNode transform -n "a"; createNode mesh -n "m" -p "a";
+            createNode polyCylinder -n "cylinder"; connectAttr "cylinder.out" "m.i";)");
+        float top = 0;
+        for (const Vec2f& uv : *mesh("m")->uvSets.front().points) {
+            top = uv.x == 0.375F ? std::max(top, uv.y) : top; // on their left border
+        }
+        return top;
+    };
+    EXPECT_FLOAT_EQ(topOfSides("2024"), 0.6875F);
+    EXPECT_FLOAT_EQ(topOfSides("2022"), 0.68843985F);
+}
+
 TEST_F(Meshes, OfAPrimitiveThatNothingComputesAreMissingAndSaySo)
 {
     open(R"(createNode transform -n "a"; createNode mesh -n "m" -p "a";
