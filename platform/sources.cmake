@@ -11,6 +11,7 @@ set(SOURCES
     dllFolder.cpp
     executablePath.cpp
     files.cpp
+    largeArrays.cpp
     registry.cpp
     systemError.cpp
     temporaryFolder.cpp

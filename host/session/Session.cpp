@@ -9,6 +9,7 @@
 #include "host/session/defaultScene.h"
 #include "host/session/rotationCurves.h"
 #include "platform/MappedFile.h"
+#include "platform/largeArrays.h"
 
 #include <algorithm>
 #include <cmath>
@@ -155,6 +156,7 @@ Expected<void> Session::open(std::string_view utf8Path)
         newScene();
         return Error{ErrorCode::Io, reason, std::string(utf8Path)};
     }
+    platform::expectLargeArrays();
     beginScene();
     m_currentFile = absolutePath(utf8Path);
     SceneBuilder builder(*m_graph, m_diagnostics);

@@ -120,11 +120,11 @@ RenderMesh extractRenderMesh(const MeshData& mesh, std::string_view uvSetName)
     assert(isConsistent(mesh) && "the mesh must be consistent");
     const MeshTopology& topology = *mesh.topology;
     const std::span<const Vec3f> points = pointsOf(mesh);
-    const std::vector<std::uint32_t> vertices = cornerVertices(topology);
 
     RenderMesh result;
     std::vector<std::uint32_t> vertexOfCorner;
     {
+        std::vector<std::uint32_t> vertices = cornerVertices(topology);
         NormalIds ids = computeNormalIds(topology);
         const std::vector<Vec3f> normals = computeNormals(
             topology, vertices, points, mesh.normalWeighting, ids, lockedNormalsOf(mesh));
@@ -132,10 +132,11 @@ RenderMesh extractRenderMesh(const MeshData& mesh, std::string_view uvSetName)
         const UvSet* const uvSet = findUvSet(mesh, uvSetName);
         const std::vector<SplitVertex> splitVertex =
             splitVertices(mesh, vertices, normals, uvCornersOf(uvSet), vertexOfCorner);
+        std::vector<std::uint32_t>().swap(vertices); // the result is the peak of memory
         fillVertices(splitVertex, points, normals, uvSet, result);
     }
-    Triangulation triangles =
-        triangulate(topology, vertices, points, mesh.quadSplit, invisibleFacesOf(mesh));
+    Triangulation triangles = triangulate(topology, vertexOfCorner, result.positions,
+                                          mesh.quadSplit, invisibleFacesOf(mesh));
     for (std::uint32_t& corner : triangles.corners) {
         corner = vertexOfCorner[corner];
     }

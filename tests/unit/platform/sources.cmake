@@ -4,6 +4,7 @@ set(SOURCES
     MappedFileTest.cpp
     clockTest.cpp
     dllFolderTest.cpp
+    largeArraysTest.cpp
     registryTest.cpp
     systemErrorTest.cpp
     temporaryFolderTest.cpp
