@@ -21,6 +21,8 @@ BevelCorners::BevelCorners(const MeshTopology& topology, const CornerLinks& link
     , m_cornerOfVertex(topology.vertexCount, kNone)
     , m_placeOfFaceCorner(topology.corners.size())
     , m_placeOfEnd(2 * topology.edges.size())
+    , m_normals(topology.faceCount())
+    , m_hasNormal(topology.faceCount())
 {
 }
 
@@ -160,7 +162,7 @@ void BevelCorners::makeGroupSlots(BevelCorner& corner)
 
 /// `place`: the beveled edge before the group (or the group's first edge at a border).
 Vec3d BevelCorners::motionOfGroup(const BevelCorner& corner, std::uint32_t place,
-                                  std::uint32_t first, std::uint32_t end) const
+                                  std::uint32_t first, std::uint32_t end)
 {
     const std::uint32_t count = corner.edgeCount;
     if (end - first == 1) {
@@ -188,12 +190,22 @@ Vec3d BevelCorners::directionOf(const BevelCorner& corner, std::uint32_t place) 
     return normalized(m_points[other] - m_points[corner.vertex]);
 }
 
+/// Kept: a face may have very many corners.
+Vec3d BevelCorners::normalOf(std::uint32_t face)
+{
+    if (!m_hasNormal[face]) {
+        m_hasNormal[face] = true;
+        m_normals[face] = faceNormal(m_topology, m_points, face);
+    }
+    return m_normals[face];
+}
+
 /// At a right angle to a beveled edge, in the face after it, or before.
-Vec3d BevelCorners::inwards(const BevelCorner& corner, std::uint32_t place, bool isBefore) const
+Vec3d BevelCorners::inwards(const BevelCorner& corner, std::uint32_t place, bool isBefore)
 {
     const std::uint32_t count = corner.cornerCount;
     const std::uint32_t sector = isBefore ? (place + count - 1) % count : place;
-    const Vec3d normal = faceNormal(m_topology, m_points, m_links.face(faceCorner(corner, sector)));
+    const Vec3d normal = normalOf(m_links.face(faceCorner(corner, sector)));
     const Vec3d turned = normalized(cross(normal, directionOf(corner, place)));
     return isBefore ? turned * -1 : turned;
 }

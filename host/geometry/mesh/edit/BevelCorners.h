@@ -119,9 +119,10 @@ private:
     std::uint32_t addSlot(BevelCorner& corner, const Vec3d& motion);
     void setSlots(const BevelCorner& corner, std::uint32_t place, std::uint32_t slot);
     Vec3d motionOfGroup(const BevelCorner& corner, std::uint32_t place, std::uint32_t first,
-                        std::uint32_t end) const;
+                        std::uint32_t end);
     Vec3d directionOf(const BevelCorner& corner, std::uint32_t place) const;
-    Vec3d inwards(const BevelCorner& corner, std::uint32_t place, bool isBefore) const;
+    Vec3d inwards(const BevelCorner& corner, std::uint32_t place, bool isBefore);
+    Vec3d normalOf(std::uint32_t face);
     Vec3d alongEdge(const BevelCorner& corner, std::uint32_t place) const;
     Vec3d motionOut(std::uint32_t faceCorner) const;
     Vec3d motionIn(std::uint32_t faceCorner) const;
@@ -135,6 +136,8 @@ private:
     std::vector<std::uint32_t> m_cornerOfVertex;
     std::vector<std::uint32_t> m_placeOfFaceCorner;
     std::vector<std::uint32_t> m_placeOfEnd; ///< of an edge at its start (2 * edge) and at its end
+    std::vector<Vec3d> m_normals;            ///< of faces, as far as they were asked for
+    std::vector<bool> m_hasNormal;
     // fan after fan
     std::vector<std::uint32_t> m_edges;
     std::vector<std::uint32_t> m_faceCorners; ///< kNone after the last one of a border
