@@ -283,7 +283,14 @@ void Evaluator::step()
 
 void Evaluator::finish(const Plug& plug, SlotId slotId, Value value)
 {
+    if (const auto mesh = value.data<geometry::MeshData>();
+        mesh != nullptr && mesh.use_count() <= 2) { // this value's and this function's
+        m_heldBytes += geometry::ownedBytes(*mesh);
+    }
     keepComputed(plug, slotId, std::move(value));
+    if (m_heldBytes > m_mostHeldBytes) {
+        releaseInputs(plug, m_currentUsesTime);
+    }
     const std::uint64_t key = keyOf(plug.node, slotId);
     if (m_currentPassed != 0) {
         m_passedOf[key] = m_currentPassed;
@@ -308,6 +315,58 @@ void Evaluator::keepComputed(const Plug& plug, SlotId slotId, Value value)
         slot.isClean = true;
     } else {
         m_graph.setComputed(plug, std::move(value));
+    }
+}
+
+/// Lets go of the meshes that a node has made its result of, where nobody else reads them. What
+/// holds for all times stays while the result is made anew for each.
+void Evaluator::releaseInputs(const Plug& plug, bool usesTime)
+{
+    if (!isOnlyResult(plug)) {
+        return;
+    }
+    for (Slot& slot : m_graph.node(plug.node).slots) {
+        if (slot.input == kNoConnection || !slot.isClean ||
+            slot.value.data<geometry::MeshData>() == nullptr) {
+            continue;
+        }
+        const Plug& source = m_graph.connections()[slot.input].source;
+        const SlotId sourceId = m_graph.findSlot(source);
+        if (sourceId == kNoSlot || source.node == plug.node) {
+            continue;
+        }
+        Slot& given = m_graph.node(source.node).slots[sourceId];
+        if (given.isClean && given.firstOutput == given.lastOutput && given.usesTime == usesTime &&
+            isOnlyResult(source)) {
+            release(slot);
+            release(given);
+        }
+    }
+}
+
+/// Whether a node computes one geometry and no more: another one would ask for the inputs again.
+bool Evaluator::isOnlyResult(const Plug& plug)
+{
+    std::size_t results = 0;
+    bool isAmong = false;
+    for (const OutputEntry& entry : computesOf(plug.node).outputs) {
+        const Attribute attribute = m_graph.attribute(plug.node, entry.attribute);
+        if (mayBeGeometry(attribute.kind)) {
+            results += attribute.isMulti ? 2 : 1;
+            isAmong |= entry.attribute == plug.attribute;
+        }
+    }
+    return isAmong && results == 1;
+}
+
+void Evaluator::release(Slot& slot)
+{
+    const Value value = std::move(slot.value);
+    slot.value = Value();
+    slot.isClean = false;
+    const auto mesh = value.data<geometry::MeshData>();
+    if (mesh != nullptr && mesh.use_count() <= 2) {
+        m_heldBytes -= std::min(m_heldBytes, geometry::ownedBytes(*mesh));
     }
 }
 
@@ -709,8 +768,7 @@ void Evaluator::setTime(std::int64_t ticks)
         Slot& slot = m_graph.node(static_cast<NodeId>(key >> 32)).slots[key & 0xffffffffU];
         if (slot.usesTime) {
             slot.usesTime = false;
-            slot.isClean = false;
-            slot.value = Value();
+            release(slot);
         }
     }
     m_usesTime.clear();

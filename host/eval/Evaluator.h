@@ -24,8 +24,10 @@ struct PassedNode {
 /// the plug's node, the stored value, the attribute's default. A node without a computation that is
 /// asked for geometry hands on what its geometry inputs give; asked for anything else it gives
 /// nothing, and the destination keeps its own value. A plug that is met again while it is being
-/// evaluated gives its stored value. Nothing here recurses: pending plugs stand on a stack of its
-/// own, so that chains may be as long as memory allows.
+/// evaluated gives its stored value. Where the meshes along histories take more memory than
+/// `limitHeldBytes` says, those on the way are let go, and made anew if they are asked for. Nothing
+/// here recurses: pending plugs stand on a stack of its own, so that chains may be as long as
+/// memory allows.
 class Evaluator {
 public:
     /// All must outlive the evaluator; `rows` are the computations of all node types.
@@ -44,6 +46,9 @@ public:
     {
         m_kept[node] = std::move(made);
     }
+    /// Bytes of computed meshes up to which all of them are kept.
+    void limitHeldBytes(std::size_t bytes) { m_mostHeldBytes = bytes; }
+    std::size_t heldBytes() const { return m_heldBytes; }
     /// The node whose outTime and unwarpedTime are the time that is set, whatever is stored there.
     void setClock(graph::NodeId node);
     /// Sets the time and makes dirty what was computed from it.
@@ -80,6 +85,9 @@ private:
     void step();
     void finish(const graph::Plug& plug, graph::SlotId slot, Value value);
     void keepComputed(const graph::Plug& plug, graph::SlotId slot, Value value);
+    void releaseInputs(const graph::Plug& plug, bool usesTime);
+    bool isOnlyResult(const graph::Plug& plug);
+    void release(graph::Slot& slot);
     void markTime(graph::NodeId node, graph::SlotId slot, bool usesTime);
     const TypeComputes& computesOf(graph::NodeId node);
 
@@ -100,6 +108,9 @@ private:
     graph::NodeId m_clock = graph::kNoNode;
     AttributeIndex m_clockOut = kNoAttribute;
     AttributeIndex m_clockUnwarped = kNoAttribute;
+
+    std::size_t m_mostHeldBytes = std::size_t{512} << 20;
+    std::size_t m_heldBytes = 0; ///< of parts of computed meshes, each counted with its first mesh
 
     std::vector<Frame> m_stack;
     std::vector<graph::Plug> m_requests; ///< of the attempt that runs

@@ -18,11 +18,12 @@ enum class ShapeOutcome : std::uint8_t {
     Exact,        ///< as the file stores it
     Computed,     ///< by its history, whole
     Approximated, ///< something on the way was passed by
+    TexturesOnly, ///< the same, but it concerns nothing but texture coordinates
     Missing,      ///< its history gave nothing
     Empty         ///< it has neither history nor stored geometry
 };
 
-inline constexpr std::size_t kShapeOutcomes = 5;
+inline constexpr std::size_t kShapeOutcomes = 6;
 
 /// A shape that its history makes, as the report tells it.
 struct HistoryShape {

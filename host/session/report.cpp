@@ -96,7 +96,9 @@ void writeOutcomes(JsonText& json, const Graph& graph,
     json.number("total", total);
     json.number("stored", count(ShapeOutcome::Exact));
     json.number("computed", count(ShapeOutcome::Computed));
-    json.number("approximated", count(ShapeOutcome::Approximated));
+    json.number("approximated",
+                count(ShapeOutcome::Approximated) + count(ShapeOutcome::TexturesOnly));
+    json.number("approximatedInTexturesOnly", count(ShapeOutcome::TexturesOnly));
     json.number("missing", count(ShapeOutcome::Missing));
     json.number("empty", count(ShapeOutcome::Empty));
     json.number("notAsked", total - asked);
@@ -105,13 +107,15 @@ void writeOutcomes(JsonText& json, const Graph& graph,
 
 std::string_view outcomeWord(ShapeOutcome outcome)
 {
-    constexpr std::string_view kWords[kShapeOutcomes] = {"stored", "computed", "approximated",
-                                                         "missing", "empty"};
+    constexpr std::string_view kWords[kShapeOutcomes] = {
+        "stored", "computed", "approximated", "approximatedInTexturesOnly", "missing", "empty"};
     return kWords[static_cast<std::size_t>(outcome)];
 }
 
-/// Each shape with a history by its path, and the nodes of it that were passed by, nearest first.
-void writeHistory(JsonText& json, const Session& session, const std::vector<HistoryShape>& shapes)
+/// Each shape with a history by its path, and the nodes of it that were passed by, nearest first,
+/// with the reason.
+void writeHistory(JsonText& json, const Session& session, const std::vector<HistoryShape>& shapes,
+                  const eval::Evaluator& evaluator)
 {
     const Graph& graph = session.graph();
     json.beginList("history");
@@ -126,6 +130,8 @@ void writeHistory(JsonText& json, const Session& session, const std::vector<Hist
             json.text("type", node.unknownType.empty() ? node.type.name()
                                                        : std::string_view(node.unknownType));
             json.text("node", node.name);
+            const std::string_view why = wordsOf(evaluator.lackOf(id));
+            json.text("why", why.empty() ? "is not computed" : why);
             json.endObject();
         }
         json.endList();
@@ -162,7 +168,7 @@ std::string Session::report() const
     writeOutcomes(json, *m_graph, m_evaluation->shapes, "surfaces", "nurbsSurface");
     writeOutcomes(json, *m_graph, m_evaluation->shapes, "paintEffects", "pfxGeometry");
 
-    writeHistory(json, *this, m_evaluation->history);
+    writeHistory(json, *this, m_evaluation->history, m_evaluation->evaluator);
     for (const KindRow& row : kLists) {
         writeList(json, row, m_diagnostics.entries());
     }

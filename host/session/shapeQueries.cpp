@@ -46,8 +46,13 @@ void Session::noteShape(NodeId shape, const Plug& output, std::string_view input
     };
     const std::string& name = m_graph->node(shape).name;
     const auto passed = m_evaluation->evaluator.passedNodes(output);
+    const bool isOnlyTextures =
+        !passed.empty() && std::all_of(passed.begin(), passed.end(), [&](const auto& node) {
+            return m_evaluation->evaluator.lackOf(node.node) == Lack::Textures;
+        });
     const Plug source = m_graph->inputOf(findPlug(shape, input));
     const ShapeOutcome outcome = !hasGeometry ? source ? ShapeOutcome::Missing : ShapeOutcome::Empty
+                                 : isOnlyTextures  ? ShapeOutcome::TexturesOnly
                                  : !passed.empty() ? ShapeOutcome::Approximated
                                  : source          ? ShapeOutcome::Computed
                                                    : ShapeOutcome::Exact;

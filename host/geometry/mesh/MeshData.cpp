@@ -76,16 +76,16 @@ bool isValidUvSet(const UvSet& set, std::size_t cornerCount)
                        [pointCount](std::int32_t id) { return id >= -1 && id < pointCount; });
 }
 
-/// True when the faces climb and exist; a missing list is an empty one.
-bool isFaceList(const std::shared_ptr<const std::vector<std::uint32_t>>& faces,
-                std::uint32_t faceCount)
+/// True when the numbers climb and exist; a missing list is an empty one.
+bool isNumberList(const std::shared_ptr<const std::vector<std::uint32_t>>& numbers,
+                  std::uint32_t count)
 {
-    if (sizeOf(faces) == 0) {
+    if (sizeOf(numbers) == 0) {
         return true;
     }
-    const bool isClimbing =
-        std::adjacent_find(faces->begin(), faces->end(), std::greater_equal<>()) == faces->end();
-    return isClimbing && faces->back() < faceCount;
+    const bool isClimbing = std::adjacent_find(numbers->begin(), numbers->end(),
+                                               std::greater_equal<>()) == numbers->end();
+    return isClimbing && numbers->back() < count;
 }
 
 /// True when the numbers climb, exist and have a value each.
@@ -121,10 +121,41 @@ bool isConsistent(const MeshData& mesh)
     return std::all_of(
                mesh.uvSets.begin(), mesh.uvSets.end(),
                [&](const UvSet& set) { return isValidUvSet(set, topology.corners.size()); }) &&
-           isFaceList(mesh.invisibleFaces, topology.faceCount()) && hasValidCreases(mesh) &&
-           std::all_of(mesh.groups.begin(), mesh.groups.end(), [&](const FaceGroup& group) {
-               return isFaceList(group.faces, topology.faceCount());
-           });
+           isNumberList(mesh.invisibleFaces, topology.faceCount()) && hasValidCreases(mesh) &&
+           std::all_of(mesh.groups.begin(), mesh.groups.end(),
+                       [&](const FaceGroup& group) {
+                           return isNumberList(group.faces, topology.faceCount());
+                       }) &&
+           std::all_of(mesh.pointGroups.begin(), mesh.pointGroups.end(),
+                       [&](const PointGroup& group) {
+                           return isNumberList(group.points, topology.vertexCount);
+                       });
+}
+
+std::size_t ownedBytes(const MeshData& mesh)
+{
+    std::size_t bytes = 0;
+    const auto add = [&](const auto& list) {
+        if (list.use_count() == 1) {
+            bytes += list->size() * sizeof((*list)[0]);
+        }
+    };
+    if (mesh.topology.use_count() == 1) {
+        const MeshTopology& topology = *mesh.topology;
+        bytes += topology.edges.size() * sizeof(MeshEdge) + topology.edgeSmooth.size() +
+                 topology.corners.size() * sizeof(std::int32_t) +
+                 (topology.loopStart.size() + topology.faceLoop.size()) * sizeof(std::uint32_t);
+    }
+    add(mesh.points);
+    add(mesh.lockedNormals);
+    for (const UvSet& set : mesh.uvSets) {
+        add(set.points);
+        add(set.corners);
+    }
+    for (const FaceGroup& group : mesh.groups) {
+        add(group.faces);
+    }
+    return bytes;
 }
 
 } // namespace host::geometry

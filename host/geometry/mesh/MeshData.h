@@ -4,6 +4,7 @@
 
 #include "host/math/Vec.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -123,5 +124,8 @@ struct MeshData {
 /// True when counts and indices of all parts fit each other, so that kernels need no check of their
 /// own.
 bool isConsistent(const MeshData& mesh);
+
+/// Memory of the parts that only this mesh holds, in bytes; small ones do not count.
+std::size_t ownedBytes(const MeshData& mesh);
 
 } // namespace host::geometry

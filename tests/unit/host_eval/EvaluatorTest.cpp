@@ -330,6 +330,35 @@ protected:
     }
 };
 
+TEST_F(PassedGeometry, IsLetGoOnTheWayWhereMemoryIsShortAndMadeAnewWhenAskedFor)
+{
+    // The toy gives every soft-edge node one vertex more than comes in, so that each mesh is its
+    // own.
+    const NodeId stored = node("mesh", "stored");
+    graph.setValue(plug(stored, "outMesh"), aMesh(1000));
+    std::vector<NodeId> chain;
+    Plug last = plug(stored, "outMesh");
+    for (int i = 0; i < 50; ++i) {
+        chain.push_back(node("polySoftEdge", "soft" + std::to_string(i)));
+        connect(last, plug(chain.back(), "inputPolymesh"));
+        last = plug(chain.back(), "output");
+    }
+    const NodeId shape = node("mesh", "shape");
+    connect(last, plug(shape, "inMesh"));
+    const std::size_t meshBytes = 1000 * sizeof(host::Vec3f);
+
+    EXPECT_EQ(vertices(plug(shape, "inMesh")), 1050);
+    EXPECT_GE(evaluator().heldBytes(), 50 * meshBytes); // there is room for all
+
+    graph.touch(plug(stored, "outMesh"));
+    evaluator().limitHeldBytes(0);
+    const std::size_t before = evaluator().heldBytes();
+    EXPECT_EQ(vertices(plug(shape, "inMesh")), 1050);
+    EXPECT_LE(evaluator().heldBytes(), before + 3 * meshBytes);
+    EXPECT_EQ(vertices(plug(chain[20], "output")), 1021);
+    EXPECT_EQ(vertices(plug(shape, "inMesh")), 1050);
+}
+
 TEST_F(PassedGeometry, ComesThroughNodesThatNothingComputes)
 {
     const NodeId stored = node("mesh", "stored");

@@ -110,7 +110,7 @@ TEST_F(History, GoesOnBehindAnOperationThatIsPassedBy)
         connectAttr "cube.out" "first.ip"; connectAttr "first.out" "strange.ip"; connectAttr "strange.out" "last.ip";)");
     EXPECT_EQ((*shape()->points)[0], (Vec3f{-0.5F, 4.5F, 2.5F}));
     EXPECT_EQ(told(), nlohmann::json::parse(R"([{"shape": "|t|m", "outcome": "approximated",
-                                                 "passed": [{"type": "polyOfAPlugin", "node": "strange"}]}])"));
+                                                 "passed": [{"type": "polyOfAPlugin", "node": "strange", "why": "is not computed"}]}])"));
     EXPECT_EQ(timesNoted(host::DiagnosticKind::ApproximatedShape, "polyOfAPlugin"), 1U);
 }
 
