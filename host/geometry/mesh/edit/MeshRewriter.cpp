@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace host::geometry {
 namespace {
@@ -41,6 +42,26 @@ void keepOnly(std::vector<T>& parts, const std::vector<std::uint32_t>& numbers)
         }
     }
     parts.resize(kept);
+}
+
+std::shared_ptr<const std::vector<std::uint32_t>> share(std::vector<std::uint32_t>&& numbers)
+{
+    return std::make_shared<const std::vector<std::uint32_t>>(std::move(numbers));
+}
+
+/// What any of the owners own, ascending.
+std::vector<std::uint32_t> ownedBy(const std::vector<std::uint32_t>& owners,
+                                   const NumberLists& lists)
+{
+    std::vector<std::uint32_t> owned;
+    for (const std::uint32_t owner : owners) {
+        const auto list = lists.of(owner);
+        owned.insert(owned.end(), list.begin(), list.end());
+    }
+    if (!std::is_sorted(owned.begin(), owned.end())) {
+        std::sort(owned.begin(), owned.end());
+    }
+    return owned;
 }
 
 } // namespace
@@ -86,9 +107,13 @@ void MeshRewriter::reserve(std::size_t points, std::size_t edges, std::size_t fa
     }
 }
 
-std::uint32_t MeshRewriter::addPoint(const Vec3f& point)
+std::uint32_t MeshRewriter::addPoint(const Vec3f& point, std::uint32_t source)
 {
     if (hasRoom(m_points.size())) {
+        if (source != kNoSource && !m_before.pointGroups.empty()) {
+            m_copies.push_back(static_cast<std::uint32_t>(m_points.size()));
+            m_copySource.push_back(source);
+        }
         m_points.push_back(point);
     }
     return static_cast<std::uint32_t>(m_points.size() - 1);
@@ -286,35 +311,52 @@ void MeshRewriter::removeUvs(WrittenUvs& set)
     }
 }
 
-/// The written faces that come from any of `faces` (ascending).
-std::shared_ptr<const std::vector<std::uint32_t>>
-MeshRewriter::carriedFaces(const std::vector<std::uint32_t>& faces) const
-{
-    std::vector<bool> isMember(m_before.topology->faceCount());
-    for (const std::uint32_t face : faces) {
-        if (face < isMember.size()) {
-            isMember[face] = true;
-        }
-    }
-    std::vector<std::uint32_t> carried;
-    for (std::size_t face = 0; face < m_faceSource.size(); ++face) {
-        const std::uint32_t source = m_faceSource[face];
-        if (source < isMember.size() && isMember[source]) {
-            carried.push_back(static_cast<std::uint32_t>(face));
-        }
-    }
-    return std::make_shared<const std::vector<std::uint32_t>>(std::move(carried));
-}
-
 void MeshRewriter::carryGroups(MeshData& mesh) const
 {
+    if (mesh.groups.empty() && mesh.invisibleFaces == nullptr) {
+        return;
+    }
+    const NumberLists written(m_faceSource, m_before.topology->faceCount());
     for (FaceGroup& group : mesh.groups) {
         if (group.faces != nullptr) {
-            group.faces = carriedFaces(*group.faces);
+            group.faces = share(ownedBy(*group.faces, written));
         }
     }
     if (mesh.invisibleFaces != nullptr) {
-        mesh.invisibleFaces = carriedFaces(*mesh.invisibleFaces);
+        mesh.invisibleFaces = share(ownedBy(*mesh.invisibleFaces, written));
+    }
+}
+
+/// What became of a point; kGone where it was left out.
+std::uint32_t MeshRewriter::numberOf(std::uint32_t point) const
+{
+    return m_pointNumbers.empty()          ? point
+           : point < m_pointNumbers.size() ? m_pointNumbers[point]
+                                           : kGone;
+}
+
+/// Points stay in their groups, and so do those that became parts of them; others are in none.
+void MeshRewriter::carryPointGroups(MeshData& mesh) const
+{
+    if (mesh.pointGroups.empty() || (m_pointNumbers.empty() && m_copies.empty())) {
+        return;
+    }
+    const NumberLists copiesOf(m_copySource, m_before.topology->vertexCount);
+    for (PointGroup& group : mesh.pointGroups) {
+        if (group.points == nullptr) {
+            continue;
+        }
+        std::vector<std::uint32_t> carried;
+        const auto carry = [&](std::uint32_t point) {
+            if (const std::uint32_t number = numberOf(point); number != kGone) {
+                carried.push_back(number);
+            }
+        };
+        std::for_each(group.points->begin(), group.points->end(), carry);
+        for (const std::uint32_t place : ownedBy(*group.points, copiesOf)) {
+            carry(m_copies[place]);
+        }
+        group.points = share(std::move(carried));
     }
 }
 
@@ -337,10 +379,7 @@ void MeshRewriter::carryCreases(MeshData& mesh) const
     }
     for (std::size_t i = 0; i < before.vertices.size(); ++i) {
         const std::uint32_t vertex = before.vertices[i];
-        const std::uint32_t number = m_pointNumbers.empty()           ? vertex
-                                     : vertex < m_pointNumbers.size() ? m_pointNumbers[vertex]
-                                                                      : kGone;
-        if (number != kGone) {
+        if (const std::uint32_t number = numberOf(vertex); number != kGone) {
             carried.vertices.push_back(number);
             carried.vertexValues.push_back(before.vertexValues[i]);
         }
@@ -376,6 +415,7 @@ std::shared_ptr<const MeshData> MeshRewriter::finish(const Cleaning& cleaning)
     auto mesh = std::make_shared<MeshData>(m_before);
     mesh->lockedNormals = nullptr;
     carryGroups(*mesh);
+    carryPointGroups(*mesh);
     carryCreases(*mesh);
     for (std::size_t set = 0; set < m_uvSets.size(); ++set) {
         if (cleaning.uvs) {

@@ -1,5 +1,5 @@
 // Writes a mesh anew, with the numbers that an operation gives to its parts, and carries along what
-// hangs on them: texture coordinates, face groups, invisible faces, creases.
+// hangs on them: texture coordinates, groups of faces and points, invisible faces, creases.
 #pragma once
 
 #include "host/geometry/mesh/MeshData.h"
@@ -35,7 +35,8 @@ public:
     std::vector<std::uint8_t>& edgeSmooth() { return m_edgeSmooth; }
     std::size_t uvSetCount() const { return m_uvSets.size(); }
     std::vector<Vec2f>& uvPoints(std::size_t set) { return m_uvSets[set].points; }
-    std::uint32_t addPoint(const Vec3f& point);
+    /// `source`: the point of the mesh before of which it is a part, and in whose groups it is.
+    std::uint32_t addPoint(const Vec3f& point, std::uint32_t source = kNoSource);
     /// `source`: the edge of the mesh before whose crease it has.
     std::uint32_t addEdge(std::uint32_t start, std::uint32_t end, bool isSmooth,
                           std::uint32_t source = kNoSource);
@@ -86,9 +87,9 @@ private:
     void removePoints();
     void removeUvs(WrittenUvs& set);
     void carryGroups(MeshData& mesh) const;
+    void carryPointGroups(MeshData& mesh) const;
     void carryCreases(MeshData& mesh) const;
-    std::shared_ptr<const std::vector<std::uint32_t>>
-    carriedFaces(const std::vector<std::uint32_t>& faces) const;
+    std::uint32_t numberOf(std::uint32_t point) const;
     MeshTopology takeTopology();
 
     const MeshData& m_before;
@@ -104,6 +105,8 @@ private:
     std::vector<std::uint32_t> m_faceSource;
     std::vector<WrittenUvs> m_uvSets;
     std::vector<std::uint32_t> m_pointNumbers; ///< new ones by old ones, once points are left out
+    std::vector<std::uint32_t> m_copies;       ///< points that are part of another, ascending
+    std::vector<std::uint32_t> m_copySource;   ///< the other of each; both empty without groups
 };
 
 } // namespace host::geometry

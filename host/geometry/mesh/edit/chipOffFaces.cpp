@@ -106,8 +106,9 @@ std::uint32_t FaceChipper::vertexFor(std::uint32_t vertex)
 {
     std::uint32_t& now = m_vertexNow[vertex];
     if (now == kNone) {
-        now = m_isVertexTaken[vertex] ? m_rewriter.addPoint((*m_rewriter.before().points)[vertex])
-                                      : vertex;
+        now = m_isVertexTaken[vertex]
+                  ? m_rewriter.addPoint((*m_rewriter.before().points)[vertex], vertex)
+                  : vertex;
         m_isVertexTaken[vertex] = true;
     }
     return now;

@@ -68,7 +68,7 @@ private:
                 std::uint32_t& point = pointOfGroup[m_groups.lowest(corner)];
                 if (point == kNone) {
                     const Vec3f place = m_rewriter.points()[vertex];
-                    point = isTaken ? m_rewriter.addPoint(place) : vertex;
+                    point = isTaken ? m_rewriter.addPoint(place, vertex) : vertex;
                     isTaken = true;
                 }
                 m_points[corner] = point;

@@ -4,6 +4,7 @@
 #include "host/geometry/mesh/edit/MeshLinks.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace host::geometry {
 namespace {
@@ -45,6 +46,8 @@ private:
     MeshTopology takeTopology(std::span<const std::uint32_t> faces);
     void takeUvs(MeshData& to, std::span<const std::uint32_t> faces);
     void takeCreases(MeshData& to) const;
+    void takePointGroups(MeshData& to);
+    void listPointGroups();
 
     const MeshData& m_mesh;
     const MeshTopology& m_topology;
@@ -53,6 +56,9 @@ private:
     std::vector<Renumbering> m_uvs;
     std::vector<float> m_edgeCrease; ///< of all edges; empty without creases
     std::vector<float> m_vertexCrease;
+    NumberLists m_memberships;      ///< of each vertex; empty without groups of points
+    Numbers m_groupOfMembership;    ///< which group, group after group
+    std::vector<Numbers> m_members; ///< of each group in the part that is being made
 };
 
 void spread(std::vector<float>& values, std::size_t count, const Numbers& where,
@@ -78,6 +84,22 @@ MeshSplitter::MeshSplitter(const MeshData& mesh)
                mesh.creases->edgeValues);
         spread(m_vertexCrease, m_topology.vertexCount, mesh.creases->vertices,
                mesh.creases->vertexValues);
+    }
+    listPointGroups();
+}
+
+void MeshSplitter::listPointGroups()
+{
+    Numbers members;
+    for (std::uint32_t group = 0; group < m_mesh.pointGroups.size(); ++group) {
+        if (const auto& points = m_mesh.pointGroups[group].points; points != nullptr) {
+            members.insert(members.end(), points->begin(), points->end());
+            m_groupOfMembership.resize(members.size(), group);
+        }
+    }
+    m_members.resize(m_mesh.pointGroups.size());
+    if (!members.empty()) {
+        m_memberships = NumberLists(members, m_topology.vertexCount);
     }
 }
 
@@ -175,6 +197,31 @@ void MeshSplitter::takeCreases(MeshData& to) const
     to.creases = std::make_shared<const MeshCreases>(std::move(creases));
 }
 
+/// The groups that have any of the part's vertices.
+void MeshSplitter::takePointGroups(MeshData& to)
+{
+    if (m_groupOfMembership.empty()) {
+        return;
+    }
+    Numbers met;
+    const Numbers& used = m_vertices.used();
+    for (std::uint32_t vertex = 0; vertex < used.size(); ++vertex) {
+        for (const std::uint32_t membership : m_memberships.of(used[vertex])) {
+            const std::uint32_t group = m_groupOfMembership[membership];
+            if (m_members[group].empty()) {
+                met.push_back(group);
+            }
+            m_members[group].push_back(vertex);
+        }
+    }
+    std::sort(met.begin(), met.end());
+    for (const std::uint32_t group : met) {
+        to.pointGroups.push_back(
+            {m_mesh.pointGroups[group].id,
+             std::make_shared<const Numbers>(std::exchange(m_members[group], {}))});
+    }
+}
+
 std::shared_ptr<MeshData> MeshSplitter::part(std::span<const std::uint32_t> faces)
 {
     auto part = std::make_shared<MeshData>();
@@ -189,6 +236,7 @@ std::shared_ptr<MeshData> MeshSplitter::part(std::span<const std::uint32_t> face
     part->points = std::make_shared<const std::vector<Vec3f>>(std::move(points));
     takeUvs(*part, faces);
     takeCreases(*part);
+    takePointGroups(*part);
     return part;
 }
 

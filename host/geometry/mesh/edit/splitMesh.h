@@ -18,9 +18,9 @@ struct MeshParts {
 MeshParts shellsOf(const MeshTopology& topology);
 
 /// One mesh for each part, of which some may be without faces. Vertices, edges, faces, texture
-/// coordinates, groups (those that have faces there), creases and invisible faces keep their order
-/// and close up; what two parts use, each has for itself. Locked normals, which go by fans, do not
-/// come along.
+/// coordinates, groups (those that have members there), creases and invisible faces keep their
+/// order and close up; what two parts use, each has for itself. Locked normals, which go by fans,
+/// do not come along.
 ///
 /// Input    parts.ofFace: one for each face, below parts.count.
 /// Cost     near-linear in the mesh, however many parts there are.

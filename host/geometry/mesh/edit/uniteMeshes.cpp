@@ -24,9 +24,10 @@ struct Growing {
     std::vector<Uvs> uvSets;
     struct Group {
         std::int32_t id = 0;
-        std::vector<std::uint32_t> faces;
+        std::vector<std::uint32_t> members;
     };
     std::vector<Group> groups;
+    std::vector<Group> pointGroups;
     std::vector<std::uint32_t> invisibleFaces;
     MeshCreases creases;
     std::vector<Vec3f> lockedNormals;
@@ -91,6 +92,7 @@ private:
     std::map<std::string, std::size_t> m_uvSetsByName;
     std::map<std::string, std::size_t> m_nextNumber; ///< behind a name that is taken
     std::map<std::int32_t, std::size_t> m_groupsById;
+    std::map<std::int32_t, std::size_t> m_pointGroupsById;
 };
 
 /// Each set has an entry for every corner of the whole mesh. Beyond this many sets are merged.
@@ -195,16 +197,30 @@ void Uniter::addUvs(const MeshData& mesh)
     }
 }
 
+/// The members of the group of that number, which may be new.
+std::vector<std::uint32_t>& membersOf(std::int32_t id, std::vector<Growing::Group>& groups,
+                                      std::map<std::int32_t, std::size_t>& byId)
+{
+    const auto [entry, isNew] = byId.try_emplace(id, groups.size());
+    if (isNew) {
+        groups.push_back({id, {}});
+    }
+    return groups[entry->second].members;
+}
+
 void Uniter::addGroups(const MeshData& mesh)
 {
     const std::uint32_t firstFace = m_result.topology.faceCount();
     for (const FaceGroup& group : mesh.groups) {
-        const auto [entry, isNew] = m_groupsById.try_emplace(group.id, m_result.groups.size());
-        if (isNew) {
-            m_result.groups.push_back({group.id, {}});
-        }
+        auto& members = membersOf(group.id, m_result.groups, m_groupsById);
         if (group.faces != nullptr) {
-            appendMoved(m_result.groups[entry->second].faces, *group.faces, firstFace);
+            appendMoved(members, *group.faces, firstFace);
+        }
+    }
+    for (const PointGroup& group : mesh.pointGroups) {
+        auto& members = membersOf(group.id, m_result.pointGroups, m_pointGroupsById);
+        if (group.points != nullptr) {
+            appendMoved(members, *group.points, m_result.topology.vertexCount);
         }
     }
     if (mesh.invisibleFaces != nullptr) {
@@ -254,7 +270,10 @@ std::shared_ptr<const MeshData> Uniter::finish(const MeshData& first)
             {set.name, share(std::move(set.points)), share(std::move(set.corners))});
     }
     for (Growing::Group& group : m_result.groups) {
-        mesh->groups.push_back({group.id, share(std::move(group.faces))});
+        mesh->groups.push_back({group.id, share(std::move(group.members))});
+    }
+    for (Growing::Group& group : m_result.pointGroups) {
+        mesh->pointGroups.push_back({group.id, share(std::move(group.members))});
     }
     mesh->topology = std::make_shared<const MeshTopology>(std::move(m_result.topology));
     mesh->points = share(std::move(m_result.points));

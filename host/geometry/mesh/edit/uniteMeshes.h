@@ -25,7 +25,8 @@ enum class UvSetMerging : std::uint8_t {
 /// keep their order and move up behind those of the parts before. Nothing is shared or joined, the
 /// winding stays as it is whatever the matrix.
 ///
-/// Groups   of the same number become one. Creases and invisible faces come along; ways of weighing
+/// Groups   of faces or points of the same number become one. Creases and invisible faces come
+/// along; ways of weighing
 ///          normals and cutting quads are those of the first part.
 /// Limits   where sets that are not merged would take more than 2^26 entries for corners, they are
 ///          merged by name.

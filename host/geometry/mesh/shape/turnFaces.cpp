@@ -233,7 +233,8 @@ private:
         for (std::uint32_t vertex = 0; vertex < m_topology.vertexCount; ++vertex) {
             const bool isCopied = isShared(links, cornersOf.of(vertex));
             m_vertexCopy.push_back(
-                isCopied ? m_rewriter.addPoint(Vec3f(m_rewriter.points()[vertex])) : vertex);
+                isCopied ? m_rewriter.addPoint(Vec3f(m_rewriter.points()[vertex]), vertex)
+                         : vertex);
         }
     }
     /// An edge between turned faces goes over to the copied vertices, one that others have too is

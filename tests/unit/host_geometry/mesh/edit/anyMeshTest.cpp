@@ -49,6 +49,7 @@ MeshData anyMesh(Random& random)
     MeshData mesh = meshOf(points, faces, static_cast<std::int32_t>(random() % 2));
     addCornerUvs(mesh);
     addGroup(mesh, 1, someOf(faces.size(), 2, random));
+    addPointGroup(mesh, 2, someOf(points.size(), 2, random));
     return mesh;
 }
 

@@ -55,6 +55,11 @@ inline void addGroup(MeshData& mesh, std::int32_t id, Numbers faces)
     mesh.groups.push_back({id, std::make_shared<const Numbers>(std::move(faces))});
 }
 
+inline void addPointGroup(MeshData& mesh, std::int32_t id, Numbers points)
+{
+    mesh.pointGroups.push_back({id, std::make_shared<const Numbers>(std::move(points))});
+}
+
 /// The vertices of every loop of a face.
 inline std::vector<Loop> loopsOf(const MeshData& mesh, std::uint32_t face)
 {

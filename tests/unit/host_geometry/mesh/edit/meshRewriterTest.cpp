@@ -1,6 +1,8 @@
 #include "host/geometry/mesh/edit/MeshRewriter.h"
 #include "tests/unit/host_geometry/meshMaker.h"
 
+#include <chrono>
+
 namespace host::geometry::test {
 namespace {
 
@@ -105,6 +107,92 @@ TEST(MeshRewriter, aHoleIsASecondLoop)
     ASSERT_NE(after, nullptr);
     EXPECT_EQ(after->topology->faceLoop, (Numbers{0, 2, 4}));
     EXPECT_EQ(*after->invisibleFaces, (Numbers{0, 1}));
+}
+
+TEST(MeshRewriter, facesOutOfOrderAreListedInOrder)
+{
+    // face 2 becomes faces 0 and 3, face 0 becomes face 1, face 1 becomes face 2
+    MeshData before = threeSquares();
+    before.groups = {{5, std::make_shared<const Numbers>(Numbers{0, 2})},
+                     {6, std::make_shared<const Numbers>(Numbers{1})},
+                     {7, nullptr}};
+    MeshRewriter rewriter(before);
+    for (const std::uint32_t face : {2U, 0U, 1U, 2U}) {
+        rewriter.copyFace(face);
+    }
+    const auto after = rewriter.finish();
+    ASSERT_NE(after, nullptr);
+    EXPECT_EQ(*after->groups[0].faces, (Numbers{0, 1, 3}));
+    EXPECT_EQ(*after->groups[1].faces, (Numbers{2}));
+    EXPECT_EQ(after->groups[2].faces, nullptr);
+}
+
+TEST(MeshRewriter, manyGroupsCostTheirFacesOnly)
+{
+    // Looking at all faces for each group takes 4 * 10^9 steps.
+    constexpr std::uint32_t kCount = 1 << 16;
+    MeshData before;
+    MeshTopology topology;
+    topology.loopStart.assign(kCount + 1, 0); // faces without corners
+    before.topology = std::make_shared<const MeshTopology>(topology);
+    before.points = std::make_shared<const std::vector<Vec3f>>();
+    for (std::uint32_t group = 0; group < kCount; ++group) {
+        before.groups.push_back({static_cast<std::int32_t>(group),
+                                 std::make_shared<const Numbers>(Numbers{kCount - 1 - group})});
+    }
+    MeshRewriter rewriter(before);
+    rewriter.copyFaces(1, kCount);
+    const auto start = std::chrono::steady_clock::now();
+    const auto after = rewriter.finish();
+    const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
+    EXPECT_LT(spent.count(), 2);
+    ASSERT_NE(after, nullptr);
+    EXPECT_EQ(*after->groups[0].faces, (Numbers{kCount - 2}));
+    EXPECT_TRUE(after->groups[kCount - 1].faces->empty()); // of face 0
+}
+
+TEST(MeshRewriter, pointsStayInTheirGroups)
+{
+    // without the first square points 0 and 3 go; 1 2 4 5 6 7 become 0 1 2 3 4 5
+    MeshData before = threeSquares();
+    before.pointGroups = {{9, std::make_shared<const Numbers>(Numbers{0, 2, 7})},
+                          {8, std::make_shared<const Numbers>(Numbers{3})},
+                          {7, nullptr}};
+    MeshRewriter rewriter(before);
+    rewriter.copyFaces(1, 3);
+    const auto after = rewriter.finish({.edges = true, .points = true});
+    ASSERT_NE(after, nullptr);
+    ASSERT_EQ(after->pointGroups.size(), 3u);
+    EXPECT_EQ(after->pointGroups[0].id, 9);
+    EXPECT_EQ(*after->pointGroups[0].points, (Numbers{1, 5}));
+    EXPECT_TRUE(after->pointGroups[1].points->empty());
+    EXPECT_EQ(after->pointGroups[2].points, nullptr);
+}
+
+TEST(MeshRewriter, aPointThatComesOfOneIsInItsGroups)
+{
+    MeshData before = threeSquares();
+    before.pointGroups = {{9, std::make_shared<const Numbers>(Numbers{2, 5})}};
+    MeshRewriter rewriter(before);
+    rewriter.addPoint({0, 0, 1}, 5);
+    rewriter.addPoint({0, 0, 1});
+    rewriter.addPoint({0, 0, 1}, 1);
+    rewriter.addPoint({0, 0, 1}, 2);
+    rewriter.copyFaces(0, 3);
+    const auto after = rewriter.finish();
+    ASSERT_NE(after, nullptr);
+    EXPECT_EQ(*after->pointGroups[0].points, (Numbers{2, 5, 8, 11}));
+}
+
+TEST(MeshRewriter, aGroupOfPointsThatAreNotThereIsNoMesh)
+{
+    MeshData mesh = threeSquares();
+    mesh.pointGroups = {{9, std::make_shared<const Numbers>(Numbers{1, 7})}};
+    EXPECT_TRUE(isConsistent(mesh));
+    mesh.pointGroups = {{9, std::make_shared<const Numbers>(Numbers{1, 8})}};
+    EXPECT_FALSE(isConsistent(mesh));
+    mesh.pointGroups = {{9, std::make_shared<const Numbers>(Numbers{3, 3})}};
+    EXPECT_FALSE(isConsistent(mesh));
 }
 
 TEST(MeshRewriter, anOpenFaceGivesNoMesh)

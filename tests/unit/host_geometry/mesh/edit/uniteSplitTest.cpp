@@ -39,6 +39,41 @@ TEST(UniteMeshes, partsFollowEachOther)
     EXPECT_EQ(*after->groups[1].faces, (Numbers{2}));
 }
 
+TEST(UniteMeshes, groupsOfPointsMoveUp)
+{
+    MeshData first = grid(2, 1); // 6 vertices
+    MeshData second = grid(1, 1);
+    addPointGroup(first, 3, {0, 5});
+    addPointGroup(second, 4, {2});
+    addPointGroup(second, 3, {1, 3});
+    const SharedMesh after =
+        uniteMeshes(std::vector<UnitedMesh>{{&first, {}}, {&second, {}}}, UvSetMerging::ByName);
+    ASSERT_NE(after, nullptr);
+    ASSERT_EQ(after->pointGroups.size(), 2u);
+    EXPECT_EQ(after->pointGroups[0].id, 3);
+    EXPECT_EQ(*after->pointGroups[0].points, (Numbers{0, 5, 7, 9}));
+    EXPECT_EQ(after->pointGroups[1].id, 4);
+    EXPECT_EQ(*after->pointGroups[1].points, (Numbers{8}));
+}
+
+TEST(SplitMesh, groupsOfPointsGoWithTheirPoints)
+{
+    // Two squares that have vertices 1 and 4 in common: 0 1 4 3 and 1 2 5 4.
+    MeshData mesh = grid(2, 1);
+    addPointGroup(mesh, 3, {2, 4});
+    addPointGroup(mesh, 4, {0});
+    const auto parts = splitMesh(mesh, MeshParts{{0, 1}, 2});
+    ASSERT_EQ(parts.size(), 2u);
+    ASSERT_EQ(parts[0]->pointGroups.size(), 2u); // of vertices 0 1 3 4
+    EXPECT_EQ(parts[0]->pointGroups[0].id, 3);
+    EXPECT_EQ(*parts[0]->pointGroups[0].points, (Numbers{3}));
+    EXPECT_EQ(parts[0]->pointGroups[1].id, 4);
+    EXPECT_EQ(*parts[0]->pointGroups[1].points, (Numbers{0}));
+    ASSERT_EQ(parts[1]->pointGroups.size(), 1u); // of vertices 1 2 4 5
+    EXPECT_EQ(parts[1]->pointGroups[0].id, 3);
+    EXPECT_EQ(*parts[1]->pointGroups[0].points, (Numbers{1, 2}));
+}
+
 TEST(UniteMeshes, setsThatAreNotMergedGetFreeNames)
 {
     // A scene of two primitives united so has the sets map1 and map11.
