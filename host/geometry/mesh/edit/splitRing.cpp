@@ -129,7 +129,7 @@ public:
     {
     }
 
-    void split(Ring ring)
+    void split(Ring& ring)
     {
         if (m_splitting.type != RingSplit::Many) {
             splitOnce(ring, rungParts(ring));
@@ -198,6 +198,16 @@ private:
     MeshCutter m_cutter;
 };
 
+/// No fewer than there will be: an open ring has one face less than edges.
+std::uint64_t newFaceCount(std::span<const Ring> rings, const RingSplitting& splitting)
+{
+    std::uint64_t rungs = 0;
+    for (const Ring& ring : rings) {
+        rungs += ring.rungs.size();
+    }
+    return rungs * (splitting.type == RingSplit::Many ? splitting.loopCount : 1);
+}
+
 } // namespace
 
 std::shared_ptr<const MeshData> splitRing(const MeshData& mesh,
@@ -205,14 +215,21 @@ std::shared_ptr<const MeshData> splitRing(const MeshData& mesh,
                                           const RingSplitting& splitting)
 {
     RingFinder finder(*mesh.topology, edges);
-    RingSplitter splitter(mesh, splitting);
+    std::vector<Ring> rings;
     if (finder.isFree(splitting.rootEdge)) {
-        splitter.split(finder.take(splitting.rootEdge));
+        rings.push_back(finder.take(splitting.rootEdge));
     }
     for (const std::uint32_t edge : edges) {
         if (finder.isFree(edge)) {
-            splitter.split(finder.take(edge));
+            rings.push_back(finder.take(edge));
         }
+    }
+    if (newFaceCount(rings, splitting) > kMostRingFaces) {
+        return nullptr;
+    }
+    RingSplitter splitter(mesh, splitting);
+    for (Ring& ring : rings) {
+        splitter.split(ring);
     }
     return splitter.finish();
 }

@@ -12,6 +12,9 @@ namespace host::geometry {
 /// Loops that one operation makes.
 inline constexpr std::uint32_t kMaxRingLoops = 1000;
 
+/// Faces that one operation adds.
+inline constexpr std::uint64_t kMostRingFaces = 4194304;
+
 /// How the place on each edge of a ring comes from the place on its first one; the numbers are
 /// those of the attribute splitType.
 enum class RingSplit : std::uint8_t {
@@ -39,7 +42,8 @@ struct RingSplitting {
 ///          keeps its own. New vertices, halves of edges, edges across and faces come one after
 ///          the other along the ring. Several loops are made one after the other, the one farthest
 ///          from the start first.
-/// Failure  null as `MeshRewriter::finish` has it.
+/// Failure  null for more than kMostRingFaces new faces, one for each edge and loop, and as
+///          `MeshRewriter::finish` has it.
 std::shared_ptr<const MeshData> splitRing(const MeshData& mesh,
                                           std::span<const std::uint32_t> edges,
                                           const RingSplitting& splitting);

@@ -89,6 +89,20 @@ TEST(SplitRing, severalLoopsAreEvenAndTheFarthestComesFirst)
     EXPECT_EQ(mesh->topology->faceCount(), 6u + 8);
 }
 
+TEST(SplitRing, moreFacesThanTheLimitAreNone)
+{
+    RingSplitting splitting = at(.5, 0);
+    splitting.type = RingSplit::Many;
+    splitting.loopCount = kMaxRingLoops;
+    const MeshData strip = grid(4200, 1); // 4201 edges along y and 4200 rings of two along x
+    Numbers all(strip.topology->edges.size());
+    std::iota(all.begin(), all.end(), 0U);
+    EXPECT_EQ(splitRing(strip, all, splitting), nullptr);
+    const SharedMesh mesh = splitRing(strip, Numbers{0, 2}, splitting); // of the first face
+    ASSERT_NE(mesh, nullptr);
+    EXPECT_EQ(mesh->topology->faceCount(), 4200u + 1000);
+}
+
 /// A face between an edge of length 1 (0 to 2 at x = 0) and one of length 2 (at x = 1).
 TEST(SplitRing, equalDistances)
 {
