@@ -374,9 +374,11 @@ TEST(SmoothMesh, GroupsAndInvisibleFacesAreCarried)
     MeshData mesh = cylinder(4); // faces of four, then triangles
     mesh.groups.push_back({7, std::make_shared<const Numbers>(Numbers{1, 4})});
     mesh.invisibleFaces = std::make_shared<const Numbers>(Numbers{11});
+    mesh.pointGroups.push_back({3, std::make_shared<const Numbers>(Numbers{0, 9})});
     const auto once = smoothMesh(mesh, 1, {});
     EXPECT_EQ(*once->groups[0].faces, (Numbers{4, 5, 6, 7, 16, 17, 18}));
     EXPECT_EQ(*once->invisibleFaces, (Numbers{37, 38, 39}));
+    EXPECT_EQ(*once->pointGroups[0].points, (Numbers{0, 9})); // which keep their numbers
     const auto twice = smoothMesh(mesh, 2, {});
     EXPECT_EQ(twice->groups[0].faces->size(), 28U);
     EXPECT_EQ(twice->groups[0].faces->front(), 16U);
