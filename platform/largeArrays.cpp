@@ -23,8 +23,8 @@
 
 namespace {
 
-constexpr int kOwnBlockBytes = 1 << 20; ///< from here on an allocation is a mapping of its own
-constexpr std::size_t kLargeBytes = std::size_t{4} << 20;
+constexpr int kLargeBytes = 4 << 20;    ///< from here on an allocation is a mapping of its own
+constexpr int kReserveBytes = 32 << 20; ///< of smaller ones that were given back: kept for the next
 constexpr std::uintptr_t kPageBytes = 4096;
 
 bool isExpecting = false;
@@ -44,9 +44,9 @@ namespace platform {
 
 void expectLargeArrays()
 {
-    // A fixed bound: by itself it grows with every block that is given back, and keeps those
-    // blocks.
-    isExpecting = isExpecting || mallopt(M_MMAP_THRESHOLD, kOwnBlockBytes) == 1;
+    // Fixed bounds: by themselves they grow with every block that is given back, and keep those.
+    isExpecting = isExpecting || (mallopt(M_MMAP_THRESHOLD, kLargeBytes) == 1 &&
+                                  mallopt(M_TRIM_THRESHOLD, kReserveBytes) == 1);
 }
 
 } // namespace platform
@@ -56,7 +56,7 @@ void* operator new(std::size_t size)
     for (;;) {
         void* const block = std::malloc(size == 0 ? 1 : size);
         if (block != nullptr) {
-            if (size >= kLargeBytes && isExpecting) {
+            if (size >= std::size_t{kLargeBytes} && isExpecting) {
                 adviseLargePages(block, size);
             }
             return block;
