@@ -24,6 +24,13 @@ void put(TypeComputes& computes, const OutputEntry& entry)
     }
 }
 
+std::size_t placeOfState(const NodeCompute& row)
+{
+    const auto at = std::find(row.inputs.begin(), row.inputs.end(), "nodeState");
+    return at != row.inputs.end() ? static_cast<std::size_t>(at - row.inputs.begin())
+                                  : OutputEntry::kNoState;
+}
+
 /// Says of an input whether it may be read without looking any further.
 void settle(InputEntry& input, NodeType type, const TypeComputes& computes)
 {
@@ -78,7 +85,7 @@ void ComputeTable::resolve(NodeType type, TypeComputes& result) const
         for (std::size_t output = 0; output < row->outputs.size(); ++output) {
             const AttributeIndex attribute = type.findAttribute(row->outputs[output]);
             if (attribute != kNoAttribute) {
-                put(result, {attribute, output, row, inputs.get()});
+                put(result, {attribute, output, row, inputs.get(), placeOfState(*row)});
             }
         }
         result.inputLists.push_back(std::move(inputs));

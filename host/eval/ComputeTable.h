@@ -51,6 +51,8 @@ struct OutputEntry {
     std::size_t output = 0; ///< position in the row's list
     const NodeCompute* row = nullptr;
     const std::vector<InputEntry>* inputs = nullptr; ///< in step with the row's list
+    std::size_t state = kNoState;                    ///< where the row asks for the node's state
+    static constexpr std::size_t kNoState = ~std::size_t{0};
 };
 
 /// The computations of one type.

@@ -565,9 +565,19 @@ Value Evaluator::fromSource(const Plug& plug, const Plug& source)
     return converted.isEmpty() ? plain(plug) : converted;
 }
 
+/// A blocking operation computes nothing: its result is what is stored.
+bool Evaluator::isBlocking(ComputeContext& context, const OutputEntry& entry)
+{
+    constexpr double kBlocking = 2;
+    return entry.state != OutputEntry::kNoState && context.number(entry.state, 0) == kBlocking;
+}
+
 Value Evaluator::fromNode(const Plug& plug, const OutputEntry& entry)
 {
     Context context(*this, plug, entry);
+    if (isBlocking(context, entry)) {
+        return plain(plug);
+    }
     Expected<Value> result = entry.row->compute(context);
     if (!m_requests.empty()) {
         return {};

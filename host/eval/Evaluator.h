@@ -79,6 +79,7 @@ private:
     Value attempt(const graph::Plug& plug);
     Value fromSource(const graph::Plug& plug, const graph::Plug& source);
     Value fromNode(const graph::Plug& plug, const OutputEntry& entry);
+    static bool isBlocking(ComputeContext& context, const OutputEntry& entry);
     Value passThrough(const graph::Plug& plug, const std::vector<graph::Plug>& inputs);
     Value plain(const graph::Plug& plug);
     Value storedValue(const graph::Plug& plug) const;

@@ -114,6 +114,27 @@ TEST_F(History, GoesOnBehindAnOperationThatIsPassedBy)
     EXPECT_EQ(timesNoted(host::DiagnosticKind::ApproximatedShape, "polyOfAPlugin"), 1U);
 }
 
+/// Nothing is stored of what the operation makes, so that there is nothing; the shape that comes
+/// before it is there.
+TEST_F(History, ABlockingOperationComputesNothing)
+{
+    const std::string tweak =
+        R"(createNode polyTweak -n "first"; setAttr ".tk[0]" -type "float3" 0 5 0;
+        createNode polyTweak -n "last"; setAttr ".tk[0]" -type "float3" 0 0 2; setAttr ".nds" )";
+    const std::string links =
+        R"(; connectAttr "cube.out" "first.ip"; connectAttr "first.out" "last.ip";)";
+    openCube(tweak + "0" + links);
+    EXPECT_EQ((*shape()->points)[0], (Vec3f{-0.5F, 4.5F, 2.5F}));
+    openCube(tweak + "1" + links);
+    EXPECT_EQ((*shape()->points)[0], (Vec3f{-0.5F, 4.5F, 0.5F}));
+    EXPECT_EQ(outcome(), "computed");
+    openCube(tweak + "2" + links);
+    EXPECT_EQ(given("last"), nullptr);
+    EXPECT_EQ(session.mesh(node("m")), nullptr);
+    EXPECT_EQ(outcome(), "missing");
+    EXPECT_EQ((*given("first")->points)[0], (Vec3f{-0.5F, 4.5F, 0.5F}));
+}
+
 TEST_F(History, PassesOnWhatAnOperationNamesWrongly)
 {
     const auto naming = [&](const std::string& type, const std::string& components) {
