@@ -11,6 +11,13 @@ namespace {
 /// The part of the most possible offset that is left.
 constexpr double kLeft = 1e-4;
 
+/// Where two strips meet two or more other edges, Maya makes faces in the corner.
+bool meetAmongOthers(const BevelCorner& corner)
+{
+    constexpr std::uint32_t kStrips = 2;
+    return corner.beveledCount == kStrips && corner.edgeCount >= kStrips + 2;
+}
+
 } // namespace
 
 BevelPoints::BevelPoints(const Beveling& beveling, std::span<const Vec3d> points,
@@ -51,7 +58,8 @@ std::uint32_t BevelPoints::add(const Vec3d& place)
 /// With two slots one round serves all edges; it runs from the second slot to the first.
 void BevelPoints::makeRounds(const BevelCorner& corner)
 {
-    m_areExact = m_areExact && (corner.hasOneRound() || m_beveling.segments == 1);
+    m_areExact = m_areExact &&
+                 (m_beveling.segments == 1 || (corner.hasOneRound() && !meetAmongOthers(corner)));
     if (corner.hasOneRound()) {
         m_firstOfRound[corner.firstPlace] = makeRound(corner, 1, 0);
         return;

@@ -24,7 +24,8 @@ public:
     {
         return point < m_points.size() ? m_points[point] : m_places[point - m_points.size()];
     }
-    /// False where more than one segment meets more at a corner than strips can join.
+    /// False where more than one segment meets more at a corner than strips can join, and where two
+    /// strips meet two or more other edges.
     bool areExact() const { return m_areExact; }
 
     /// Adds the inner points of the round from a slot to the other side of an edge.

@@ -24,7 +24,7 @@ struct Beveling {
 
 struct Beveled {
     std::shared_ptr<const MeshData> mesh;
-    bool isExact = true; ///< false where corners are filled with one face instead of several
+    bool isExact = true; ///< false where corners have fewer faces than they should
 };
 
 /// The mesh with edges (ascending) beveled. Edges without two faces are left out.

@@ -22,6 +22,15 @@ inline std::optional<std::vector<std::uint32_t>> namedComponents(const MeshTask&
     return namedComponents(task, kind, componentCount(*task.mesh, kind));
 }
 
+/// Says inside an operation that settings are not supported: one that is not carried out lacks
+/// nothing.
+inline void noteUnless(ComputeContext& context, bool isSupported)
+{
+    if (!isSupported) {
+        context.noteLack(Lack::Setting);
+    }
+}
+
 /// The mesh after an operation, which is called with the mesh and the named components. What comes
 /// in where there is nothing to do, and, told as an approximation, where it cannot be done.
 template<class Operation>

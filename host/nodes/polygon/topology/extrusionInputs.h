@@ -15,7 +15,8 @@ constexpr auto extrusionInputs(const Names&... names)
                       "localTranslateY", "localTranslateZ", "pivotX", "pivotY", "pivotZ", "scaleX",
                       "scaleY", "scaleZ", "rotateX", "rotateY", "rotateZ", "translateX",
                       "translateY", "translateZ", "random", "keepFacesTogether", "divisions",
-                      "smoothingAngle", "inputProfile", names...);
+                      "smoothingAngle", "inputProfile", "localDirectionX", "localDirectionY",
+                      "localDirectionZ", "weight", "attraction", names...);
 }
 enum ExtrusionInput : std::size_t {
     kInputMatrix = kFirstOwnInput,
@@ -32,16 +33,24 @@ enum ExtrusionInput : std::size_t {
     kDivisions,
     kSmoothingAngle,
     kInputProfile,
+    kLocalDirection,
+    kWeight = kLocalDirection + 3,
+    kAttraction,
     kFirstExtrusionInput
 };
 
 /// Rings of faces that one extrusion may make.
 inline constexpr std::int32_t kMostDivisions = 10000;
 
-/// Notes what is left out: random places, and following a curve.
-inline geometry::ComponentMotion readMotion(ComputeContext& context)
+/// What an extrusion does to its components. Random places, gravity and magnets, a curve to follow
+/// and an x axis that does not go along the first edge are left out.
+struct ExtrusionMotion : geometry::ComponentMotion {
+    bool isWhole = true; ///< false where something is left out
+};
+
+inline ExtrusionMotion readMotion(ComputeContext& context)
 {
-    geometry::ComponentMotion motion;
+    ExtrusionMotion motion;
     const Matrix4 toWorld = matrixOf(context.input(kInputMatrix));
     if (flagInput(context, kWorldSpace, false)) {
         motion.toSpace = toWorld;
@@ -54,9 +63,10 @@ inline geometry::ComponentMotion readMotion(ComputeContext& context)
     motion.rotate = vectorInput(context, kRotate, {});
     motion.translate = vectorInput(context, kTranslate, {});
     const bool isRandom = context.number(kRandom, 0) != 0;
-    if (isRandom || context.isConnected(kInputProfile)) {
-        context.noteUncomputed();
-    }
+    const bool isPulled = context.number(kWeight, 0) != 0 || context.number(kAttraction, 0) != 0;
+    const Vec3d direction = vectorInput(context, kLocalDirection, {1, 0, 0});
+    const bool isTurned = direction.x <= 0 || direction.y != 0 || direction.z != 0;
+    motion.isWhole = !isRandom && !isPulled && !isTurned && !context.isConnected(kInputProfile);
     return motion;
 }
 

@@ -58,7 +58,8 @@ Expected<Value> compute(ComputeContext& context)
 {
     const geometry::Beveling beveling = readBeveling(context, hasFractionOfItsOwn);
     const bool keepsEdge = !flagInput(context, kChamfer, true);
-    bool isExact = context.number(kMitering, 0) == 0;
+    const bool isUsualMiter = context.number(kMitering, 0) == 0;
+    bool isExact = true;
     if (keepsEdge) {
         const MeshTask task = takeMeshTask(context);
         return !context.isComplete() || task.isIdle()
@@ -68,7 +69,7 @@ Expected<Value> compute(ComputeContext& context)
     auto result = computeOn(
         context, geometry::kEdgeComponents, [&](const geometry::MeshData& mesh, const auto& edges) {
             geometry::Beveled beveled = geometry::bevelEdges(mesh, edges, beveling);
-            isExact = isExact && beveled.isExact;
+            isExact = isUsualMiter && beveled.isExact;
             return beveled.mesh;
         });
     if (!isExact) {

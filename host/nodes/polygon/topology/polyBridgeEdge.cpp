@@ -46,11 +46,10 @@ Expected<Value> compute(ComputeContext& context)
     const bool isCurved = context.number(kCurveType, 0) != 0;
     const bool isTwisted = context.number(kTwist, 0) != 0;
     const bool isTapered = context.number(kTaper, 1) != 1;
-    if (bridging.divisions > 0 && (isCurved || isTwisted || isTapered)) {
-        context.noteUncomputed();
-    }
+    const bool isStraight = bridging.divisions == 0 || !(isCurved || isTwisted || isTapered);
     return computeOn(context, geometry::kEdgeComponents,
                      [&](const geometry::MeshData& mesh, const auto& edges) {
+                         noteUnless(context, isStraight);
                          return geometry::bridgeEdges(mesh, edges, bridging);
                      });
 }

@@ -17,12 +17,14 @@ constexpr std::array<std::string_view, 1> kOutputs{"output"};
 Expected<Value> compute(ComputeContext& context)
 {
     geometry::ChipOff chipOff;
-    chipOff.motion = readMotion(context);
+    const ExtrusionMotion motion = readMotion(context);
+    chipOff.motion = motion;
     chipOff.motion.offset = context.number(kOffset, 0);
     chipOff.isTogether = flagInput(context, kKeepFacesTogether, true);
     chipOff.duplicates = flagInput(context, kDuplicate, true);
     return computeOn(context, geometry::kFaceComponents,
                      [&](const MeshData& mesh, const Numbers& faces) {
+                         noteUnless(context, motion.isWhole);
                          return chipOffFaces(mesh, faces, chipOff);
                      });
 }

@@ -38,11 +38,10 @@ Expected<Value> compute(ComputeContext& context)
 {
     const geometry::CutPlane plane = takePlane(context);
     const bool deletes = flagInput(context, kDeleteFaces, false);
-    if (flagInput(context, kExtractFaces, false) && !deletes) {
-        context.noteUncomputed(); // the parts stay joined
-    }
+    const bool extracts = flagInput(context, kExtractFaces, false) && !deletes;
     return computeOn(context, geometry::kFaceComponents,
                      [&](const MeshData& mesh, const Numbers& faces) {
+                         noteUnless(context, !extracts); // the parts stay joined
                          return deletes ? keepBehind(mesh, faces, plane).mesh
                                         : cutFaces(mesh, faces, plane).mesh;
                      });

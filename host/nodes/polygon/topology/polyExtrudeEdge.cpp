@@ -17,13 +17,15 @@ Expected<Value> compute(ComputeContext& context)
 {
     constexpr double kUsualAngle = std::numbers::pi / 6;
     geometry::EdgeExtrusion extrusion;
-    extrusion.motion = readMotion(context);
+    const ExtrusionMotion motion = readMotion(context);
+    extrusion.motion = motion;
     extrusion.isTogether = flagInput(context, kKeepFacesTogether, true);
     extrusion.divisions =
         static_cast<std::uint32_t>(countInput(context, kDivisions, 1, kMostDivisions));
     extrusion.smoothingAngle = context.number(kSmoothingAngle, kUsualAngle);
     return computeOn(context, geometry::kEdgeComponents,
                      [&](const geometry::MeshData& mesh, const auto& edges) {
+                         noteUnless(context, motion.isWhole);
                          return geometry::extrudeEdges(mesh, edges, extrusion);
                      });
 }

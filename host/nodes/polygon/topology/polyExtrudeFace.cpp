@@ -18,7 +18,8 @@ Expected<Value> compute(ComputeContext& context)
 {
     constexpr double kUsualAngle = std::numbers::pi / 6;
     geometry::FaceExtrusion extrusion;
-    extrusion.motion = readMotion(context);
+    const ExtrusionMotion motion = readMotion(context);
+    extrusion.motion = motion;
     extrusion.motion.offset = context.number(kOffset, 0);
     extrusion.motion.thickness = context.number(kThickness, 0);
     extrusion.isTogether = flagInput(context, kKeepFacesTogether, true);
@@ -27,6 +28,7 @@ Expected<Value> compute(ComputeContext& context)
     extrusion.smoothingAngle = context.number(kSmoothingAngle, kUsualAngle);
     return computeOn(context, geometry::kFaceComponents,
                      [&](const geometry::MeshData& mesh, const auto& faces) {
+                         noteUnless(context, motion.isWhole);
                          return geometry::extrudeFaces(mesh, faces, extrusion);
                      });
 }

@@ -20,11 +20,10 @@ Expected<Value> compute(ComputeContext& context)
     }
     extrusion.width = context.number(kWidth, 0);
     extrusion.length = context.number(kLength, 0);
-    if (context.number(kDivisions, 1) > 1) {
-        context.noteUncomputed();
-    }
+    const bool isDivided = context.number(kDivisions, 1) > 1;
     return computeOn(context, geometry::kVertexComponents,
                      [&](const geometry::MeshData& mesh, const auto& vertices) {
+                         noteUnless(context, !isDivided);
                          return geometry::extrudeVertices(mesh, vertices, extrusion);
                      });
 }

@@ -14,10 +14,10 @@ namespace {
 using geometry::MeshData;
 using Numbers = std::vector<std::uint32_t>;
 
-constexpr auto kInputs =
-    meshInputs("inputMatrix", "worldSpace", "pivotX", "pivotY", "pivotZ", "mirrorPlaneRotateX",
-               "mirrorPlaneRotateY", "mirrorPlaneRotateZ", "direction", "axis", "axisDirection",
-               "cutMesh", "mergeMode", "mergeThreshold", "mergeThresholdType", "smoothingAngle");
+constexpr auto kInputs = meshInputs(
+    "inputMatrix", "worldSpace", "pivotX", "pivotY", "pivotZ", "mirrorPlaneRotateX",
+    "mirrorPlaneRotateY", "mirrorPlaneRotateZ", "direction", "axis", "axisDirection", "cutMesh",
+    "mergeMode", "mergeThreshold", "mergeThresholdType", "smoothingAngle", "flipUVs");
 enum Position : std::size_t {
     kMatrix = kFirstOwnInput,
     kWorldSpace,
@@ -30,7 +30,8 @@ enum Position : std::size_t {
     kMergeMode,
     kThreshold,
     kThresholdType,
-    kSmoothingAngle
+    kSmoothingAngle,
+    kFlipUvs
 };
 constexpr std::array<std::string_view, 3> kOutputs{"output", "firstNewFace", "lastNewFace"};
 
@@ -41,6 +42,7 @@ struct Request {
     geometry::Mirroring mirroring;
     bool cuts = false;
     std::int32_t mergeMode = kMergeBorder;
+    bool flipsUvs = false; ///< of the images; not carried out
 };
 
 /// To where the images come. Nodes of old scenes tell axis and side by one number: +x, -x, +y, ...
@@ -72,6 +74,7 @@ Request takeRequest(ComputeContext& context)
     mirroring.normal = mirrorNormal(context);
     request.cuts = flagInput(context, kCutMesh, false);
     request.mergeMode = wholeInput(context, kMergeMode, kMergeBorder, kNoMerging, kApart);
+    request.flipsUvs = flagInput(context, kFlipUvs, false);
     mirroring.mergesBorder = request.mergeMode == kMergeBorder;
     mirroring.threshold = context.number(kThreshold, 0.001);
     mirroring.isThresholdAutomatic = context.number(kThresholdType, 0) == 0;
@@ -118,7 +121,9 @@ Expected<Value> compute(ComputeContext& context)
                      1);
     }
     if (request.mergeMode == kBridgeBorder) {
-        context.noteUncomputed(); // the faces between the borders are missing
+        context.noteLack(Lack::Setting); // the faces between the borders are missing
+    } else if (request.flipsUvs) {
+        context.noteLack(Lack::Textures);
     }
     return meshResult(context, task,
                       mirrorFaces(*original.mesh, original.faces, request.mirroring));

@@ -1,5 +1,6 @@
 // polySplitRing: loops of new edges across a ring of edges. The profile curve and the edge flow,
-// which bend the new loops, are left out.
+// which bend the new loops, are left out, and so are distances that are not equal parts of each
+// edge and the quads that would be made of the faces at the ends of the ring.
 #include "host/nodes/polygon/topology/componentOperation.h"
 #include "host/nodes/polygon/topology/polygonTopologyTypes.h"
 
@@ -16,7 +17,8 @@ using geometry::RingSplitting;
 
 constexpr auto kInputs =
     meshInputs("splitType", "weight", "direction", "rootEdge", "divisions", "smoothingAngle",
-               "enableProfileCurve", "profileCurve_FloatValue", "insertWithEdgeFlow");
+               "enableProfileCurve", "profileCurve_FloatValue", "insertWithEdgeFlow",
+               "useEqualMultiplier", "fixQuads");
 constexpr std::array<std::string_view, 1> kOutputs{"output"};
 enum Input : std::size_t {
     kSplitType = kFirstOwnInput,
@@ -27,7 +29,9 @@ enum Input : std::size_t {
     kSmoothingAngle,
     kEnableProfileCurve,
     kProfileValue,
-    kEdgeFlow
+    kEdgeFlow,
+    kEqualMultiplier,
+    kFixQuads
 };
 
 /// True where the new loops leave the edges that they cross.
@@ -61,11 +65,11 @@ RingSplitting readSplitting(ComputeContext& context)
 Expected<Value> compute(ComputeContext& context)
 {
     const RingSplitting splitting = readSplitting(context);
-    if (isBent(context)) {
-        context.noteUncomputed();
-    }
+    const bool isSupported = !isBent(context) && flagInput(context, kEqualMultiplier, true) &&
+                             !flagInput(context, kFixQuads, false);
     return computeOn(context, geometry::kEdgeComponents,
                      [&](const geometry::MeshData& mesh, const auto& edges) {
+                         noteUnless(context, isSupported);
                          return geometry::splitRing(mesh, edges, splitting);
                      });
 }

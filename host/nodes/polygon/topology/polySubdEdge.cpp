@@ -17,11 +17,10 @@ Expected<Value> compute(ComputeContext& context)
 {
     const auto divisions =
         static_cast<std::uint32_t>(countInput(context, kDivisions, 1, kMostDivisions, 0));
-    if (context.number(kSize, 0) > 0) {
-        context.noteUncomputed();
-    }
+    const bool isLimited = context.number(kSize, 0) > 0;
     return computeOn(context, geometry::kEdgeComponents,
                      [&](const geometry::MeshData& mesh, const auto& edges) {
+                         noteUnless(context, !isLimited);
                          return geometry::divideEdges(mesh, edges, divisions);
                      });
 }

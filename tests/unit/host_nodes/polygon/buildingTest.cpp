@@ -79,6 +79,50 @@ TEST(PolyExtrudeFace, whatIsLeftOutIsTold)
     EXPECT_EQ(off.context.timesUncomputed, 0u);
 }
 
+TEST(PolyExtrudeFace, pullsAndDirectionsAreTold)
+{
+    for (const char* name : {"weight", "attraction", "random", "localDirectionY"}) {
+        for (const NodeCompute* row : {&kPolyExtrudeFace, &kPolyChipOff}) {
+            Operation operation(*row, {"f[0]"});
+            operation.context.set(name, 1);
+            EXPECT_EQ(operation.faces(), row == &kPolyChipOff ? 7u : 10u) << name;
+            EXPECT_EQ(operation.context.timesUncomputed, 1u) << row->type << name;
+            EXPECT_EQ(operation.context.lack, Lack::Setting);
+        }
+    }
+    Operation longer(kPolyExtrudeFace, {"f[0]"}); // the same direction
+    longer.context.setVector("localDirection", 2, 0, 0);
+    EXPECT_EQ(longer.faces(), 10u);
+    EXPECT_EQ(longer.context.timesUncomputed, 0u);
+}
+
+/// What is not supported counts only where the operation is carried out.
+TEST(PolygonTopology, lacksNothingWhileItIsOff)
+{
+    struct Case {
+        const NodeCompute& row;
+        const char* component;
+        const char* setting;
+        double value;
+    };
+    for (const Case& one :
+         {Case{kPolyExtrudeFace, "f[0]", "weight", 1}, Case{kPolyExtrudeEdge, "e[0]", "random", 1},
+          Case{kPolyChipOff, "f[0]", "attraction", 1}, Case{kPolySplitRing, "e[4]", "fixQuads", 1},
+          Case{kPolyBridgeEdge, "e[0]", "twist", 1}, Case{kPolyCut, "f[0]", "extractFaces", 1},
+          Case{kPolySubdEdge, "e[0]", "size", 1},
+          Case{kPolyExtrudeVertex, "vtx[0]", "divisions", 2},
+          Case{kPolyBevel3, "e[0]", "mitering", 1}}) {
+        Operation off(one.row, {one.component});
+        off.context.set(one.setting, one.value);
+        off.context.set("nodeState", 1);
+        EXPECT_EQ(off.faces(), 6u) << one.row.type;
+        EXPECT_EQ(off.context.timesUncomputed, 0u) << one.row.type;
+        off.context.set("nodeState", 0);
+        off.result();
+        EXPECT_GT(off.context.timesUncomputed, 0u) << one.row.type;
+    }
+}
+
 TEST(PolyExtrudeEdge, growsABorder)
 {
     Operation operation(kPolyExtrudeEdge, {"e[1]"}, grid(1, 1));
@@ -112,6 +156,20 @@ TEST(PolySplitRing, weightsAndTypes)
     operation.context.setElement("profileCurve_FloatValue", {0}, Value(0.5));
     operation.result();
     EXPECT_EQ(operation.context.timesUncomputed, 1u);
+}
+
+TEST(PolySplitRing, unequalStepsAndQuadsAtTheEndsAreTold)
+{
+    for (const auto& [name, value] : {std::pair{"useEqualMultiplier", 0.0}, {"fixQuads", 1.0}}) {
+        Operation operation(kPolySplitRing, {"e[4:5]", "e[8:9]"});
+        operation.context.set("rootEdge", 5);
+        operation.context.set(name, 1 - value);
+        EXPECT_EQ(operation.faces(), 10u) << name;
+        EXPECT_EQ(operation.context.timesUncomputed, 0u) << name;
+        operation.context.set(name, value);
+        EXPECT_EQ(operation.faces(), 10u) << name;
+        EXPECT_EQ(operation.context.timesUncomputed, 1u) << name;
+    }
 }
 
 /// Descriptions are numbers of edges with the highest bit set.

@@ -277,6 +277,17 @@ TEST(PolyMirror, whatLiesWhereImagesComeIsCutAway)
     EXPECT_EQ(mirror.context.timesUncomputed, 1u);
 }
 
+TEST(PolyMirror, turnedTextureCoordinatesAreTold)
+{
+    Operation mirror(kPolyMirror, cube(), {"f[0]"});
+    mirror.context.set("flipUVs", 2);
+    EXPECT_EQ(mirror.faces(), 7u);
+    EXPECT_EQ(mirror.context.timesUncomputed, 1u);
+    EXPECT_EQ(mirror.context.lack, Lack::Textures);
+    mirror.context.compute("firstNewFace");
+    EXPECT_EQ(mirror.context.timesUncomputed, 1u); // which is right
+}
+
 TEST(PolyMirror, theWorldsPlaneAndAnOldDirection)
 {
     Operation mirror(kPolyMirror, grid(1, 1), {"f[0]"});

@@ -218,6 +218,23 @@ TEST(BevelEdges, allEdgesOfACube)
     EXPECT_FALSE(bevelEdges(*solidCube(), all, part(.5, 3)).isExact);
 }
 
+/// Two edges at a cube's vertex 0 meet one other edge; in the middle of a grid two by
+/// two they meet two, where Maya makes faces in the corner if the strips have several segments.
+TEST(BevelEdges, aCornerOfTwoStripsAmongOthersIsNotExact)
+{
+    EXPECT_TRUE(bevelEdges(*solidCube(), Numbers{0, 4}, part(.5, 3)).isExact);
+    const MeshData squares = grid(2, 2); // vertex 4 is its middle
+    Numbers meeting;
+    for (std::uint32_t edge = 0; edge < squares.topology->edges.size(); ++edge) {
+        const MeshEdge& ends = squares.topology->edges[edge];
+        if ((ends.start == 4 || ends.end == 4) && meeting.size() < 2) {
+            meeting.push_back(edge);
+        }
+    }
+    EXPECT_TRUE(bevelEdges(squares, meeting, part(.5, 1)).isExact);
+    EXPECT_FALSE(bevelEdges(squares, meeting, part(.5, 2)).isExact);
+}
+
 TEST(BevelEdges, offsetsAreMeasuredInTheSpace)
 {
     Beveling beveling;
