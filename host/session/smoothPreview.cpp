@@ -52,18 +52,21 @@ SmoothingRules previewRules(const ShapeNumbers& shape)
     constexpr std::int32_t kSmoothsUniformly = 2;
     const bool isOsd = shape.isOn("useGlobalSmoothDrawType", true) ||
                        shape.choice("smoothDrawType", kSmoothsUniformly) != 0;
+    nodes::BorderSettings border;
+    border.isOsd = isOsd;
+    border.usesOsdBoundaryMethods = shape.isOn("useOsdBoundaryMethods", true);
+    border.osdVertBoundary = shape.choice("osdVertBoundary", 1);
+    border.keepBorder = shape.isOn("keepBorder", false);
+    border.boundaryRule = shape.choice("boundaryRule", 1);
     SmoothingRules rules;
+    rules.border = nodes::borderRule(border);
     rules.propagatesHardEdges = shape.isOn("propagateEdgeHardness", false);
     rules.creases = shape.choice("osdCreaseMethod", 0) == 1 ? geometry::CreaseRule::Chaikin
                                                             : geometry::CreaseRule::Uniform;
     if (isOsd) {
-        rules.border = nodes::borderRule(shape.choice("osdVertBoundary", 1));
         rules.uvs = nodes::uvRuleOfFvarBoundary(shape.choice("osdFvarBoundary", 3));
         rules.hasSmoothTriangles = shape.isOn("osdSmoothTriangles", false);
     } else {
-        rules.border = shape.isOn("keepBorder", false)
-                           ? geometry::BorderRule::Fixed
-                           : nodes::borderRule(shape.choice("boundaryRule", 1));
         rules.uvs = nodes::uvRuleOfMapBorders(shape.choice("keepMapBorders", 1));
         rules.keepsHardEdges = shape.isOn("keepHardEdge", false);
         rules.continuity = std::clamp(shape.number("continuity", 1), 0.0, 1.0);

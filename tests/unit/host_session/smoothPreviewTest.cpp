@@ -72,6 +72,23 @@ TEST_F(SmoothPreview, CornersAreRoundByTheRuleOfTheShape)
     EXPECT_EQ(corner(), stored);
 }
 
+TEST_F(SmoothPreview, TheOtherMethodsRulesCountWhereTheOwnAreOff)
+{
+    const auto corner = [this] {
+        const auto shown = session.shownMesh(node("m")).mesh;
+        return (*shown->points)[0];
+    };
+    const std::string round = "\tsetAttr \".dsm\" 2;\n\tsetAttr \".lev\" 1;\n"
+                              "\tsetAttr \".bnr\" 2;\n";
+    openSquare(round);
+    const Vec3f own = corner();
+    EXPECT_EQ(own, (*session.mesh(node("m"))->points)[0]); // corners stay
+    openSquare(round + "\tsetAttr \".uob\" no;\n");
+    EXPECT_NE(corner(), own);
+    openSquare(round + "\tsetAttr \".uob\" no;\n\tsetAttr \".kb\" yes;\n");
+    EXPECT_EQ(corner(), own);
+}
+
 TEST_F(SmoothPreview, StoredCreasesComeWithTheMesh)
 {
     openSquare("\tsetAttr \".cd\" -type \"dataPolyComponent\" Index_Data Edge 3\n"

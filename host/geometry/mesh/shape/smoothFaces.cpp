@@ -287,20 +287,31 @@ void softenDivided(MeshData& mesh, std::span<const std::uint32_t> faces)
 
 } // namespace
 
+/// Every step makes a face of each corner, of four corners.
+std::uint32_t possibleDivisions(const MeshData& mesh, std::span<const std::uint32_t> faces,
+                                std::uint32_t divisions)
+{
+    std::size_t made = cornersOf(*mesh.topology, faces);
+    std::uint32_t possible = 0;
+    while (possible < std::min(divisions, kMostDivisions) && made <= kMostSmoothedFaces) {
+        ++possible;
+        made *= 4;
+    }
+    return possible;
+}
+
 std::shared_ptr<const MeshData> smoothFaces(const MeshData& mesh,
                                             std::span<const std::uint32_t> faces,
                                             std::uint32_t divisions, const SmoothingRules& rules)
 {
-    if (hasHoles(*mesh.topology, faces) || mesh.points == nullptr || divisions > kMostDivisions) {
+    if (hasHoles(*mesh.topology, faces) || mesh.points == nullptr ||
+        possibleDivisions(mesh, faces, divisions) != divisions) {
         return nullptr;
     }
     std::vector<std::uint32_t> divided(faces.begin(), faces.end());
     auto result = std::make_shared<MeshData>(mesh);
     for (std::uint32_t step = 0; step < divisions; ++step) {
         const std::uint32_t count = result->topology->faceCount();
-        if (cornersOf(*result->topology, divided) > kMostSmoothedFaces) {
-            return nullptr;
-        }
         const auto next = FaceStep(*result, divided, rules).run();
         if (next == nullptr) {
             return nullptr;

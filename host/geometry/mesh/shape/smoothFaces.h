@@ -10,6 +10,10 @@
 
 namespace host::geometry {
 
+/// The most of `divisions` steps that some faces of a mesh can take within the limits.
+std::uint32_t possibleDivisions(const MeshData& mesh, std::span<const std::uint32_t> faces,
+                                std::uint32_t divisions);
+
 /// Subdivides the faces (ascending) `divisions` times by the same rules as `smoothMesh`, but with
 /// other numbers; faces beside them get the vertices on their edges.
 ///

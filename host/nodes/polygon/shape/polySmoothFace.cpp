@@ -11,7 +11,6 @@
 namespace host::nodes {
 namespace {
 
-using geometry::BorderRule;
 using geometry::CreaseRule;
 using geometry::SmoothingRules;
 using geometry::UvRule;
@@ -55,10 +54,12 @@ SmoothingRules readRules(ComputeContext& context)
 {
     SmoothingRules rules;
     const bool isOsd = choice(context, kType, 0) != 0;
-    const bool hasOsdBoundaries = flagInput(context, kHasOsdBoundaries, true);
-    const bool keepsBorder = flagInput(context, kKeepBorder, true);
-    const std::int32_t boundary = choice(context, kBoundaryRule, 1);
-    const std::int32_t osdBorder = choice(context, kOsdBorder, 1);
+    BorderSettings border;
+    border.isOsd = isOsd;
+    border.usesOsdBoundaryMethods = flagInput(context, kHasOsdBoundaries, true);
+    border.osdVertBoundary = choice(context, kOsdBorder, 1);
+    border.keepBorder = flagInput(context, kKeepBorder, true);
+    border.boundaryRule = choice(context, kBoundaryRule, 1);
     const bool movesUvs = flagInput(context, kSmoothUvs, false);
     const std::int32_t mapBorders = choice(context, kKeepMapBorders, 1);
     const std::int32_t osdUvs = choice(context, kOsdUvs, 3);
@@ -69,9 +70,7 @@ SmoothingRules readRules(ComputeContext& context)
         choice(context, kOsdCreases, 0) == 1 ? CreaseRule::Chaikin : CreaseRule::Uniform;
     const bool hasTriangles = flagInput(context, kOsdTriangles, false);
     const bool keepsHard = flagInput(context, kKeepHardEdge, false);
-    rules.border = isOsd && hasOsdBoundaries ? borderRule(osdBorder)
-                   : keepsBorder             ? BorderRule::Fixed
-                                             : borderRule(boundary);
+    rules.border = borderRule(border);
     rules.uvs = !movesUvs ? UvRule::Linear
                 : isOsd   ? uvRuleOfFvarBoundary(osdUvs)
                           : uvRuleOfMapBorders(mapBorders);
@@ -81,14 +80,30 @@ SmoothingRules readRules(ComputeContext& context)
     return rules;
 }
 
+/// As many of the steps as the limits allow; tells where they are fewer.
+SharedMesh smoothedWhole(ComputeContext& context, const MeshTask& task, std::uint32_t divisions,
+                         const SmoothingRules& rules)
+{
+    const std::uint32_t possible = geometry::possibleDivisions(*task.mesh, divisions);
+    if (possible < divisions) {
+        context.noteLack(Lack::Input);
+    }
+    return geometry::smoothMesh(*task.mesh, possible, rules);
+}
+
 /// All faces of the mesh, smoothed as one, or some.
-SharedMesh smoothed(const MeshTask& task, std::span<const std::uint32_t> faces,
-                    std::uint32_t divisions, const SmoothingRules& rules)
+SharedMesh smoothed(ComputeContext& context, const MeshTask& task,
+                    std::span<const std::uint32_t> faces, std::uint32_t divisions,
+                    const SmoothingRules& rules)
 {
     if (faces.size() == task.mesh->topology->faceCount()) {
-        return geometry::smoothMesh(*task.mesh, divisions, rules);
+        return smoothedWhole(context, task, divisions, rules);
     }
-    return geometry::smoothFaces(*task.mesh, faces, divisions, rules);
+    const std::uint32_t possible = geometry::possibleDivisions(*task.mesh, faces, divisions);
+    if (possible < divisions) {
+        context.noteLack(Lack::Input);
+    }
+    return geometry::smoothFaces(*task.mesh, faces, possible, rules);
 }
 
 /// The growth of faces by a constant number per edge (the linear method) is not carried out.
@@ -105,15 +120,16 @@ Expected<Value> compute(ComputeContext& context, std::size_t divisionsInput, boo
         return meshResult(context, task, nullptr, Lack::Setting);
     }
     if (isWhole) {
-        return meshResult(context, task, geometry::smoothMesh(*task.mesh, divisions, rules));
+        return meshResult(context, task, smoothedWhole(context, task, divisions, rules));
     }
     const auto faces =
         namedComponents(task, geometry::kFaceComponents, task.mesh->topology->faceCount());
     if (!faces.has_value()) {
         return meshResult(context, task, nullptr, Lack::Components);
     }
-    return faces->empty() ? task.passed()
-                          : meshResult(context, task, smoothed(task, *faces, divisions, rules));
+    return faces->empty()
+               ? task.passed()
+               : meshResult(context, task, smoothed(context, task, *faces, divisions, rules));
 }
 
 Expected<Value> computeFaces(ComputeContext& context)

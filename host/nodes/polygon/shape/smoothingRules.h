@@ -15,6 +15,23 @@ constexpr geometry::BorderRule borderRule(std::int32_t number)
     return number == kEdges ? geometry::BorderRule::Edges : geometry::BorderRule::EdgesAndCorners;
 }
 
+/// What decides over borders, by the names of the attributes.
+struct BorderSettings {
+    bool isOsd = false; ///< smoothed by the method that has rules of its own
+    bool usesOsdBoundaryMethods = true;
+    std::int32_t osdVertBoundary = 1;
+    bool keepBorder = false;
+    std::int32_t boundaryRule = 1;
+};
+
+/// The method with rules of its own goes by them unless it is told to take those of the other.
+constexpr geometry::BorderRule borderRule(const BorderSettings& settings)
+{
+    return settings.isOsd && settings.usesOsdBoundaryMethods ? borderRule(settings.osdVertBoundary)
+           : settings.keepBorder                             ? geometry::BorderRule::Fixed
+                                                             : borderRule(settings.boundaryRule);
+}
+
 /// keepMapBorders: everything moves (0), what is inside (1), nothing (2).
 constexpr geometry::UvRule uvRuleOfMapBorders(std::int32_t number)
 {
