@@ -54,6 +54,7 @@ Shared<geometry::MeshData> marked(const Shared<geometry::MeshData>& mesh,
 Expected<Value> compute(ComputeContext& context)
 {
     auto mesh = context.input(0).data<geometry::MeshData>();
+    const bool isMade = mesh != nullptr;
     if (mesh == nullptr) {
         mesh = context.input(1).data<geometry::MeshData>();
     }
@@ -62,6 +63,9 @@ Expected<Value> compute(ComputeContext& context)
     const Value normalMethod = context.input(4);
     if (mesh == nullptr || !context.isComplete()) {
         return Value();
+    }
+    if (isMade && !tweaks.areWithin(mesh->topology->vertexCount)) {
+        context.noteLack(Lack::Components); // a sign that the history numbers otherwise
     }
     const bool isForWorld = context.output() == kWorldMesh;
     const geometry::ShapeMark mark =

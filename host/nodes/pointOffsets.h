@@ -5,6 +5,7 @@
 
 #include "host/geometry/mesh/MeshData.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace host::nodes {
@@ -17,6 +18,13 @@ public:
     PointOffsets(ComputeContext& context, std::size_t offsets, std::size_t children);
 
     bool empty() const { return m_stored == nullptr && m_living.empty(); }
+    /// True where none is for a point beyond so many.
+    bool areWithin(std::size_t pointCount) const
+    {
+        return (m_stored == nullptr || m_stored->endIndex() <= pointCount) &&
+               std::all_of(m_living.begin(), m_living.end(),
+                           [pointCount](const Living& tweak) { return tweak.point < pointCount; });
+    }
     /// The mesh with its points moved; the mesh itself where nothing moves.
     Shared<geometry::MeshData> applied(const Shared<geometry::MeshData>& mesh) const;
 

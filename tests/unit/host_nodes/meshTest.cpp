@@ -85,6 +85,21 @@ TEST(Mesh, AddsItsTweaksToStoredAndToIncomingPoints)
     }
 }
 
+/// Tweaks of a shape with a history are of its result; a triangle has three points.
+TEST(Mesh, SaysOfWhatComesInThatItHasFewerPointsThanTweaks)
+{
+    NumericArray tweaks(NumberStorage::Float, 3);
+    tweaks.store<float>(2, std::vector<float>{1, 0, 0, 1, 0, 0});
+    ToyContext context(kMesh);
+    context.arrays["pnts"] = &tweaks;
+    context.values["cachedInMesh"] = Value::of(triangles(1, 1));
+    EXPECT_EQ(meshFrom(context.compute("outMesh"))->points->back().x, 2);
+    EXPECT_EQ(context.timesUncomputed, 0U);
+    context.values["inMesh"] = Value::of(triangles(1, 1));
+    EXPECT_EQ(meshFrom(context.compute("outMesh"))->points->back().x, 2);
+    EXPECT_EQ(context.lack, host::Lack::Components);
+}
+
 TEST(Mesh, WithoutTweaksIsTheSameMeshAndNoCopy)
 {
     const Value stored = Value::of(triangles(1, 3));

@@ -4,6 +4,8 @@
 
 #include "host/geometry/mesh/shape/lockNormals.h"
 
+#include <algorithm>
+
 namespace host::nodes {
 namespace {
 
@@ -53,6 +55,12 @@ std::vector<GivenNormal> givenNormals(ComputeContext& context)
     return list;
 }
 
+bool isPartOf(const geometry::MeshTopology& topology, const GivenNormal& given)
+{
+    return given.vertex < topology.vertexCount &&
+           (given.face == geometry::kAllFaces || given.face < topology.faceCount());
+}
+
 Expected<Value> compute(ComputeContext& context)
 {
     const MeshTask task = takeMeshTask(context);
@@ -60,6 +68,12 @@ Expected<Value> compute(ComputeContext& context)
     const bool adds = flagInput(context, kAdds, false);
     if (!context.isComplete() || task.isIdle() || given.empty()) {
         return task.passed();
+    }
+    const auto isKnown = [&](const GivenNormal& one) {
+        return isPartOf(*task.mesh->topology, one);
+    };
+    if (!std::all_of(given.begin(), given.end(), isKnown)) {
+        context.noteLack(Lack::Components);
     }
     return Value(adds ? geometry::addNormals(*task.mesh, given)
                       : geometry::lockNormals(*task.mesh, given));

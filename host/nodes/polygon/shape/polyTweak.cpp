@@ -17,6 +17,9 @@ Expected<Value> compute(ComputeContext& context)
     if (!context.isComplete() || task.isIdle()) {
         return task.passed();
     }
+    if (!offsets.areWithin(task.mesh->topology->vertexCount)) {
+        context.noteLack(Lack::Components);
+    }
     return Value(offsets.applied(task.mesh));
 }
 

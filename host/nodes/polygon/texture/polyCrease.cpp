@@ -34,13 +34,24 @@ std::vector<Crease> creasesOf(const NumericArray* array)
     return creases;
 }
 
+bool isWithin(const NumericArray* array, std::size_t count)
+{
+    return array == nullptr || array->endIndex() <= count;
+}
+
 Expected<Value> compute(ComputeContext& context)
 {
     const MeshTask task = takeMeshTask(context);
-    const std::vector<Crease> edges = creasesOf(context.array(kEdges));
-    const std::vector<Crease> vertices = creasesOf(context.array(kVertices));
+    const NumericArray* const ofEdges = context.array(kEdges);
+    const NumericArray* const ofVertices = context.array(kVertices);
+    const std::vector<Crease> edges = creasesOf(ofEdges);
+    const std::vector<Crease> vertices = creasesOf(ofVertices);
     if (!context.isComplete() || task.isIdle() || (edges.empty() && vertices.empty())) {
         return task.passed();
+    }
+    const geometry::MeshTopology& topology = *task.mesh->topology;
+    if (!isWithin(ofEdges, topology.edges.size()) || !isWithin(ofVertices, topology.vertexCount)) {
+        context.noteLack(Lack::Components);
     }
     return meshResult(context, task, geometry::setCreases(*task.mesh, edges, vertices));
 }

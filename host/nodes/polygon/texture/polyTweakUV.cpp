@@ -6,6 +6,8 @@
 #include "host/geometry/mesh/texture/addCornerUvs.h"
 #include "host/geometry/mesh/texture/moveUvs.h"
 
+#include <algorithm>
+
 namespace host::nodes {
 namespace {
 
@@ -81,6 +83,14 @@ std::vector<geometry::CornerUv> readNewUvs(ComputeContext& context)
     return uvs;
 }
 
+bool areWithin(const std::vector<OffsetRun>& runs, const geometry::UvSet& set)
+{
+    const std::size_t count = set.points != nullptr ? set.points->size() : 0;
+    return std::all_of(runs.begin(), runs.end(), [count](const OffsetRun& run) {
+        return std::size_t{run.first} + run.count <= count;
+    });
+}
+
 SharedMesh tweaked(const MeshData& mesh, std::size_t set, const Offsets& offsets)
 {
     auto result = std::make_shared<MeshData>(mesh);
@@ -106,7 +116,11 @@ Expected<Value> compute(ComputeContext& context)
     return computeOnUvSet(context, task, setName, [&](const MeshData& mesh, std::size_t set) {
         const SharedMesh grown =
             newUvs.empty() ? nullptr : geometry::addCornerUvs(mesh, set, newUvs);
-        return tweaked(grown != nullptr ? *grown : mesh, set, offsets);
+        const MeshData& whole = grown != nullptr ? *grown : mesh;
+        if (!areWithin(offsets.runs, whole.uvSets[set])) {
+            context.noteLack(Lack::Components);
+        }
+        return tweaked(whole, set, offsets);
     });
 }
 

@@ -57,6 +57,26 @@ TEST(PolyTweak, AddsStoredAndConnectedOffsets)
     EXPECT_EQ(*output(context)->points, geometry::test::kCubePoints);
 }
 
+/// A cube has eight points.
+TEST(PolyTweak, SaysWhereTheMeshHasNoSuchPoint)
+{
+    NumericArray offsets(NumberStorage::Float, 3);
+    offsets.store<float>(7, std::vector<float>{1, 2, 3});
+    ToyContext context = operation(kPolyTweak, {});
+    context.arrays["tweak"] = &offsets;
+    output(context);
+    EXPECT_EQ(context.timesUncomputed, 0U);
+    offsets.store<float>(8, std::vector<float>{1, 2, 3});
+    EXPECT_EQ((*output(context)->points)[7].y, geometry::test::kCubePoints[7].y + 2);
+    EXPECT_EQ(context.timesUncomputed, 1U);
+    EXPECT_EQ(context.lack, Lack::Components);
+    ToyContext living = operation(kPolyTweak, {});
+    living.connected.insert("tweak");
+    living.setElement("tweak", {8}, Value());
+    output(living);
+    EXPECT_EQ(living.lack, Lack::Components);
+}
+
 TEST(Tweak, ItsEnvelopeScalesRelativeOffsetsOfMeshes)
 {
     ToyContext context(kTweak);
@@ -135,6 +155,24 @@ TEST(PolyNormalPerVertex, LocksByVertexAndThenByFace)
     EXPECT_EQ(locked[0], (Vec3f{-1, 0, 0})); // vertex 0 in face 0
     EXPECT_EQ(locked[15], (Vec3f{1, 0, 0})); // vertex 0 in face 3
     EXPECT_EQ(locked[1], geometry::kNotLocked);
+}
+
+TEST(PolyNormalPerVertex, SaysWhereTheMeshHasNoSuchPart)
+{
+    const auto given = [](std::int32_t vertex, std::int32_t face) {
+        ToyContext context = operation(kPolyNormalPerVertex, {});
+        context.setElement("vertexNormal", {vertex}, Value());
+        context.setElement("vertexFaceNormal", {vertex, face}, Value());
+        for (const char* axis : {"X", "Y", "Z"}) {
+            const std::string name = std::string("vertexFaceNormal") + axis;
+            context.setElement(name, {vertex, face}, Value(1.0));
+        }
+        output(context);
+        return context;
+    };
+    EXPECT_EQ(given(7, 5).timesUncomputed, 0U); // the last vertex and face of the cube
+    EXPECT_EQ(given(8, 5).lack, Lack::Components);
+    EXPECT_EQ(given(7, 6).lack, Lack::Components);
 }
 
 TEST(PolyMoveComponents, ReadTheirTransformation)
@@ -226,14 +264,26 @@ TEST(PolySmoothFace, WhatIsNotCarriedOutPassesTheMesh)
     linear.set("method", 1);
     EXPECT_EQ(output(linear)->topology->vertexCount, 8U);
     EXPECT_EQ(linear.timesUncomputed, 1U);
-    ToyContext deep = operation(kPolySmoothFace, {"f[*]"});
-    deep.set("divisions", 30);
-    EXPECT_EQ(output(deep)->topology->vertexCount, 8U);
-    EXPECT_EQ(deep.timesUncomputed, 1U);
     ToyContext none = operation(kPolySmoothFace, {"f[*]"});
     none.set("divisions", 0);
     EXPECT_EQ(output(none)->topology->vertexCount, 8U);
     EXPECT_EQ(none.timesUncomputed, 0U);
+}
+
+/// Eight steps at most, each of which makes four faces of one.
+TEST(PolySmoothFace, TakesAsManyStepsAsThereMayBe)
+{
+    constexpr std::uint32_t kParts = 1U << 16;
+    ToyContext whole = operation(kPolySmoothFace, {"f[0]"});
+    whole.values["inputPolymesh"] = square();
+    whole.set("divisions", 30);
+    EXPECT_EQ(output(whole)->topology->faceCount(), kParts);
+    EXPECT_EQ(whole.timesUncomputed, 1U);
+    EXPECT_EQ(whole.lack, Lack::Input);
+    ToyContext top = operation(kPolySmoothFace, {"f[1]"});
+    top.set("divisions", 9);
+    EXPECT_EQ(output(top)->topology->faceCount(), 5 + kParts);
+    EXPECT_EQ(top.timesUncomputed, 1U);
 }
 
 TEST(PolySmoothProxy, SmoothsTheWholeMeshByItsOwnLevel)

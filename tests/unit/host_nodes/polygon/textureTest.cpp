@@ -103,6 +103,21 @@ TEST(PolyTweakUV, PassesOnWhatItCannotChange)
     EXPECT_EQ(context.timesUncomputed, 0U);
 }
 
+/// Two squares have six coordinates.
+TEST(PolyTweakUV, SaysWhereTheMeshHasNoSuchCoordinate)
+{
+    ToyContext context = operation(kPolyTweakUV, {});
+    const NumericArray last = offsets(5, {1, 1});
+    context.arrays["uvTweak"] = &last;
+    output(context);
+    EXPECT_EQ(context.timesUncomputed, 0U);
+    const NumericArray beyond = offsets(5, {1, 1, 1, 1});
+    context.arrays["uvTweak"] = &beyond;
+    expectUv(*output(context), 5, 3, 2); // from (2 1): the rest is done
+    EXPECT_EQ(context.timesUncomputed, 1U);
+    EXPECT_EQ(context.lack, Lack::Components);
+}
+
 TEST(PolyTweakUV, AddsCoordinatesForCornersBehindTheOthers)
 {
     ToyContext context = operation(kPolyTweakUV, {});
@@ -393,6 +408,23 @@ TEST(PolyCrease, ElementsGoByTheNumbersOfEdges)
     EXPECT_EQ(mesh->creases->edges, (std::vector<std::uint32_t>{2}));
     EXPECT_EQ(mesh->creases->edgeValues, (std::vector<float>{2.5F}));
     EXPECT_EQ(mesh->creases->vertices, (std::vector<std::uint32_t>{4}));
+}
+
+/// Two squares side by side have seven edges and six vertices.
+TEST(PolyCrease, SaysWhereTheMeshHasNoSuchPart)
+{
+    const auto lackOf = [](const char* name, std::uint32_t first) {
+        ToyContext context = operation(kPolyCrease, {});
+        NumericArray creases(NumberStorage::Float, 1);
+        creases.store<float>(first, std::vector<float>{2, 2});
+        context.arrays[name] = &creases;
+        output(context);
+        return context.lack;
+    };
+    EXPECT_EQ(lackOf("crease", 5), Lack::Unsaid);
+    EXPECT_EQ(lackOf("crease", 6), Lack::Components);
+    EXPECT_EQ(lackOf("creaseVertex", 4), Lack::Unsaid);
+    EXPECT_EQ(lackOf("creaseVertex", 5), Lack::Components);
 }
 
 TEST(TextureNodes, AreListedOnceEach)
