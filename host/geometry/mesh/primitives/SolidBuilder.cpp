@@ -1,5 +1,7 @@
 #include "host/geometry/mesh/primitives/SolidBuilder.h"
 
+#include "host/geometry/mesh/edit/EdgeTable.h"
+
 namespace host::geometry {
 
 std::uint32_t SolidBuilder::addPoint(const Vec3d& point)
@@ -51,18 +53,20 @@ void SolidBuilder::joinLoops()
 void SolidBuilder::addFaces(const PolygonList& faces, std::span<const std::uint32_t> uvs,
                             bool isSmooth)
 {
-    EdgeNumbers numbers;
+    EdgeTable known(pointCount());
+    known.reserve(uvs.size() / 2);
     std::vector<std::uint8_t>& smooth = m_topology.edgeSmooth;
     std::size_t corner = 0;
     for (std::uint32_t number = 0; number < faces.size(); ++number) {
         const auto face = faces.face(number);
         for (std::size_t i = 0; i < face.size(); ++i) {
             const std::uint32_t end = face[i + 1 == face.size() ? 0 : i + 1];
-            const auto [edge, isNew] = numbers.find(face[i], end);
+            std::uint32_t edge = known.find(face[i], end);
             const std::uint32_t uv = uvs.empty() ? 0 : uvs[corner];
             ++corner;
-            if (isNew) {
-                addEdge(face[i], end, false);
+            if (edge == kNone) {
+                edge = addEdge(face[i], end, false);
+                known.add(face[i], end, edge);
             } else {
                 smooth[edge] = isSmooth ? 1 : 0;
             }

@@ -2,41 +2,61 @@
 
 #include <array>
 #include <bit>
-#include <unordered_map>
+#include <vector>
 
 namespace host::geometry {
 namespace {
 
-/// Numbers points by their places.
+/// Numbers points by their places; those that are no numbers are the same where their bits are.
+/// The numbers lie in a table, each at the next free slot from where its place belongs.
 class PlaceNumbers {
 public:
-    explicit PlaceNumbers(SolidBuilder& builder) : m_builder(builder) {}
-
-    std::uint32_t find(const Vec3f& place)
+    /// For no more places than that.
+    PlaceNumbers(SolidBuilder& builder, std::size_t most)
+        : m_builder(builder), m_slots(std::bit_ceil(2 * most + 1), kFree)
     {
-        const auto [entry, isNew] = m_numbers.try_emplace(place, m_builder.pointCount());
-        if (isNew) {
-            m_builder.addPoint(toDouble(place));
+        m_places.reserve(most);
+    }
+
+    std::uint32_t find(const Vec3f& point)
+    {
+        const Place place = placeOf(point);
+        const std::size_t last = m_slots.size() - 1; // all bits
+        std::size_t at = slotOf(place) & last;
+        while (m_slots[at] != kFree && m_places[m_slots[at]] != place) {
+            at = (at + 1) & last;
         }
-        return entry->second;
+        if (m_slots[at] == kFree) {
+            m_slots[at] = m_builder.addPoint(toDouble(point));
+            m_places.push_back(place);
+        }
+        return m_slots[at];
     }
 
 private:
-    struct Hash {
-        std::size_t operator()(const Vec3f& place) const
-        {
-            std::uint64_t sum = 0;
-            for (const float number : {place.x, place.y, place.z}) {
-                // -0 and 0 are equal
-                const std::uint32_t bits = std::bit_cast<std::uint32_t>(number + 0.0F);
-                sum = (sum ^ bits) * 0x9e3779b97f4a7c15ULL;
-                sum ^= sum >> 29;
-            }
-            return static_cast<std::size_t>(sum);
+    using Place = std::array<std::uint32_t, 3>; ///< bits
+    static constexpr std::uint32_t kFree = 0xffffffff;
+
+    static Place placeOf(const Vec3f& point)
+    {
+        // -0 and 0 are equal
+        return {std::bit_cast<std::uint32_t>(point.x + 0.0F),
+                std::bit_cast<std::uint32_t>(point.y + 0.0F),
+                std::bit_cast<std::uint32_t>(point.z + 0.0F)};
+    }
+    static std::size_t slotOf(const Place& place)
+    {
+        std::uint64_t sum = 0;
+        for (const std::uint32_t bits : place) {
+            sum = (sum ^ bits) * 0x9e3779b97f4a7c15ULL;
+            sum ^= sum >> 29;
         }
-    };
+        return static_cast<std::size_t>(sum ^ sum >> 32);
+    }
+
     SolidBuilder& m_builder;
-    std::unordered_map<Vec3f, std::uint32_t, Hash> m_numbers;
+    std::vector<std::uint32_t> m_slots; ///< twice as many as places, at least
+    std::vector<Place> m_places;        ///< by number
 };
 
 using Corners = std::array<std::uint32_t, 3>;
@@ -75,7 +95,8 @@ class FaceCollector {
 public:
     FaceCollector(const RenderMesh& mesh, SolidBuilder& builder) : m_mesh(mesh)
     {
-        PlaceNumbers places(builder);
+        PlaceNumbers places(builder, mesh.positions.size());
+        m_points.reserve(mesh.positions.size());
         for (const Vec3f& position : mesh.positions) {
             m_points.push_back(places.find(position));
         }
