@@ -36,6 +36,7 @@ public:
     std::int32_t number_ = 1;
     std::int64_t ticks = 0;
     std::size_t timesUncomputed = 0;
+    bool isWaiting = false; ///< inputs are still to come
     host::Lack lack = host::Lack::Unsaid; ///< what was said last
 
     void set(std::string_view name, double number) { values[std::string(name)] = number; }
@@ -69,7 +70,7 @@ public:
 
     std::size_t output() const override { return m_output; }
     std::int32_t index() const override { return m_index; }
-    bool isComplete() const override { return true; }
+    bool isComplete() const override { return !isWaiting; }
     host::Value input(std::size_t position) override
     {
         const auto found = values.find(m_row.inputs[position]);

@@ -24,9 +24,9 @@ Expected<Value> compute(ComputeContext& context)
     geometry::ConeSettings cone;
     cone.radius = reader.size(kRadius, 1);
     cone.height = reader.size(kHeight, 2);
-    cone.axisCells = reader.cells(kAxisCells, 20, 3);
-    cone.heightCells = reader.cells(kHeightCells, 1, 1);
-    cone.capCells = reader.cells(kCapCells, 0, 0);
+    cone.axisCells = reader.sides(kAxisCells, 20, 3, 1);
+    cone.heightCells = reader.bands(kHeightCells, 1, 1, 1);
+    cone.capCells = reader.bands(kCapCells, 0, 0, 1);
     cone.hasRoundCap = cone.capCells > 0 && reader.flag(kRoundCap, false);
     cone.hasUvs = reader.uvs(2) != 0;
     return reader.result(cone, geometry::makeCone);

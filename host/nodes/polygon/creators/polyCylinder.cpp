@@ -25,9 +25,10 @@ Expected<Value> compute(ComputeContext& context)
     geometry::CylinderSettings cylinder;
     cylinder.radius = reader.size(kRadius, 1);
     cylinder.height = reader.size(kHeight, 2);
-    cylinder.axisCells = reader.cells(kAxisCells, 20, 3);
-    cylinder.heightCells = reader.cells(kHeightCells, 1, 1);
-    cylinder.capCells = reader.cells(kCapCells, 0, 0);
+    // The sides end in two rings of points.
+    cylinder.axisCells = reader.sides(kAxisCells, 20, 3, 2);
+    cylinder.heightCells = reader.bands(kHeightCells, 1, 1, 1);
+    cylinder.capCells = reader.bands(kCapCells, 0, 0, 2);
     cylinder.hasRoundCaps = cylinder.capCells > 0 && reader.flag(kRoundCap, false);
     cylinder.hasUvs = reader.uvs(2) != 0;
     cylinder.hasFormerUvs = reader.flag(kFormerUvs, true);

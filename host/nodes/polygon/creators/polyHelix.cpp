@@ -37,10 +37,10 @@ Expected<Value> compute(ComputeContext& context)
     helix.width = reader.size(kWidth, 2);
     helix.radius = reader.size(kRadius, 0.4);
     helix.isClockwise = reader.choice(kDirection, 1) == 0;
-    helix.axisCells = reader.cells(kAxisCells, 8, 3);
+    helix.axisCells = reader.sides(kAxisCells, 8, 3, 2);
     const double perCoil = countInput(context, kCoilCells, 50, SolidReader::kMostCells);
-    helix.coilCells = reader.derivedCells(std::floor(perCoil * helix.coils));
-    helix.capCells = reader.cells(kCapCells, 0, 0);
+    helix.coilCells = reader.derivedBands(std::floor(perCoil * helix.coils));
+    helix.capCells = reader.bands(kCapCells, 0, 0, 2);
     helix.hasRoundCaps = helix.capCells > 0 && reader.flag(kRoundCap, false);
     helix.hasUvs = reader.uvs(2) != 0;
     helix.hasFormerUvs = reader.flag(kFormerUvs, true);

@@ -26,9 +26,10 @@ Expected<Value> compute(ComputeContext& context)
     pipe.radius = reader.size(kRadius, 1);
     pipe.height = reader.size(kHeight, 2);
     pipe.thickness = reader.size(kThickness, 0.5);
-    pipe.axisCells = reader.cells(kAxisCells, 20, 3);
-    pipe.heightCells = reader.cells(kHeightCells, 1, 1);
-    pipe.capCells = reader.cells(kCapCells, 1, 1);
+    // Two sides and two ends.
+    pipe.axisCells = reader.sides(kAxisCells, 20, 3, 4);
+    pipe.heightCells = reader.bands(kHeightCells, 1, 1, 2);
+    pipe.capCells = reader.bands(kCapCells, 1, 1, 2);
     pipe.hasRoundCaps = pipe.capCells > 1 && reader.flag(kRoundCap, false);
     pipe.hasUvs = reader.uvs(1) != 0;
     return reader.result(pipe, geometry::makePipe);

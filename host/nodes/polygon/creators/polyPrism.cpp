@@ -35,10 +35,10 @@ Expected<Value> computePrism(ComputeContext& context)
     geometry::CylinderSettings prism;
     prism.height = reader.size(kLength, 2);
     const double side = reader.size(kPrismSide, 1);
-    prism.axisCells = reader.cells(kPrismSides, 3, 3);
+    prism.axisCells = reader.sides(kPrismSides, 3, 3, 2);
     prism.radius = outerRadius(side, prism.axisCells);
-    prism.heightCells = reader.cells(kPrismHeightCells, 1, 1);
-    prism.capCells = reader.cells(kPrismCapCells, 0, 0);
+    prism.heightCells = reader.bands(kPrismHeightCells, 1, 1, 1);
+    prism.capCells = reader.bands(kPrismCapCells, 0, 0, 2);
     prism.hasHardSides = true;
     prism.hasUvs = reader.uvs(2) != 0;
     prism.hasFormerUvs = reader.flag(kPrismFormerUvs, true);

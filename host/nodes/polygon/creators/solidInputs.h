@@ -38,8 +38,12 @@ solidInputs(const Names&... names)
 
 inline constexpr std::array<std::string_view, 1> kSolidOutputs{"output"};
 
-/// Reads the inputs of a solid. Numbers that are not finite count as the fallback, and the counts
-/// of cells of one solid multiply to no more than a limit: what is beyond is noted.
+/// Reads the inputs of a solid. Numbers that are not finite count as the fallback, and a solid has
+/// no more faces, nor about as many points, than a limit: what is beyond is noted.
+///
+/// The counts of cells of a solid that is one grid multiply to no more than that (`cells`). One of
+/// several bands about an axis has so many sides in each (`sides`, then `bands` for each direction
+/// that is divided).
 class SolidReader {
 public:
     static constexpr std::int32_t kMostCells = 1 << 22;
@@ -72,15 +76,33 @@ public:
         m_left /= std::max(1, count);
         return static_cast<std::uint32_t>(count);
     }
-    /// A count of cells that follows from other inputs, at least 1, under the same limit.
-    std::uint32_t derivedCells(double wanted)
+    /// A count of sides; `rings` are there at least: of faces or of points, whichever are more.
+    std::uint32_t sides(std::size_t position, std::int32_t fallback, std::int32_t least,
+                        std::int32_t rings)
     {
-        const double most = std::max(1, m_left);
+        const std::int32_t count =
+            countInput(m_context, position, fallback, std::max(least, m_left / rings), least);
+        m_left = std::max(0, m_left / count - rings);
+        return static_cast<std::uint32_t>(count);
+    }
+    /// A count of bands after `sides`, each of which is there `times`.
+    std::uint32_t bands(std::size_t position, std::int32_t fallback, std::int32_t least,
+                        std::int32_t times)
+    {
+        const std::int32_t most = least + m_left / times;
+        const std::int32_t count = countInput(m_context, position, fallback, most, least);
+        m_left -= (count - least) * times;
+        return static_cast<std::uint32_t>(count);
+    }
+    /// The same, each once, for a count that follows from other inputs: at least 1.
+    std::uint32_t derivedBands(double wanted)
+    {
+        const double most = 1.0 + m_left;
         if (wanted > most) {
             m_context.noteUncomputed();
         }
         const auto count = static_cast<std::int32_t>(std::clamp(wanted, 1.0, most));
-        m_left /= count;
+        m_left -= count - 1;
         return static_cast<std::uint32_t>(count);
     }
     std::int32_t choice(std::size_t position, std::int32_t fallback)
@@ -106,7 +128,7 @@ public:
 private:
     ComputeContext& m_context;
     Shared<std::string> m_name;
-    std::int32_t m_left;
+    std::int32_t m_left; ///< factor, or number of bands, up to the limit
 };
 
 } // namespace host::nodes

@@ -282,23 +282,24 @@ TEST(PolygonCreators, StopAtSoManyCells)
     EXPECT_EQ(second.cells(width + 1, 10, 1), 4194);
 }
 
-// A wire of 8 sides has 100 / 8 cells along it at most, however many its coils ask for; then
-// nothing is left for its caps.
+// A wire of 8 sides has 100 / 8 rings of points at most, 11 bands between them, however many its
+// coils ask for; then nothing is left for its caps.
 TEST(PolygonCreators, CellsThatFollowFromOthersStopThereToo)
 {
     const NodeCompute& row = rowOf("polyPlane");
     ToyContext context(row);
     context.set("subdivisionsWidth", 8);
     SolidReader reader(context, 100);
-    EXPECT_EQ(reader.cells(row.inputs.size() - 2, 10, 1), 8);
+    EXPECT_EQ(reader.sides(row.inputs.size() - 2, 10, 3, 2), 8);
     EXPECT_EQ(context.timesUncomputed, 0);
-    EXPECT_EQ(reader.derivedCells(5e8), 12);
+    EXPECT_EQ(reader.derivedBands(5e8), 11);
     EXPECT_EQ(context.timesUncomputed, 1);
-    EXPECT_EQ(reader.derivedCells(0), 1);
+    EXPECT_EQ(reader.derivedBands(0), 1);
     EXPECT_EQ(context.timesUncomputed, 1);
-    EXPECT_EQ(reader.derivedCells(3), 1);
+    EXPECT_EQ(reader.bands(row.inputs.size() - 1, 10, 0, 2), 0);
     EXPECT_EQ(context.timesUncomputed, 2);
 }
 
 } // namespace
 } // namespace host::nodes
+    context.set("subdivisionsHeight", 2);

@@ -1,5 +1,6 @@
 list(APPEND SOURCES
     polygon/buildingTest.cpp
+    polygon/creatorLimitsTest.cpp
     polygon/creatorsTest.cpp
     polygon/detachingTest.cpp
     polygon/joiningTest.cpp
