@@ -28,7 +28,7 @@ Expected<Value> compute(ComputeContext& context)
     cone.heightCells = reader.bands(kHeightCells, 1, 1, 1);
     cone.capCells = reader.bands(kCapCells, 0, 0, 1);
     cone.hasRoundCap = cone.capCells > 0 && reader.flag(kRoundCap, false);
-    cone.hasUvs = reader.uvs(2) != 0;
+    cone.hasUvs = reader.unrolledUvs(cone.height == 2 * cone.radius);
     return reader.result(cone, geometry::makeCone);
 }
 

@@ -30,7 +30,7 @@ Expected<Value> compute(ComputeContext& context)
     cylinder.heightCells = reader.bands(kHeightCells, 1, 1, 1);
     cylinder.capCells = reader.bands(kCapCells, 0, 0, 2);
     cylinder.hasRoundCaps = cylinder.capCells > 0 && reader.flag(kRoundCap, false);
-    cylinder.hasUvs = reader.uvs(2) != 0;
+    cylinder.hasUvs = reader.unrolledUvs(cylinder.height == 2 * cylinder.radius);
     cylinder.hasFormerUvs = reader.flag(kFormerUvs, true);
     return reader.result(cylinder, geometry::makeCylinder);
 }

@@ -40,7 +40,7 @@ Expected<Value> computePrism(ComputeContext& context)
     prism.heightCells = reader.bands(kPrismHeightCells, 1, 1, 1);
     prism.capCells = reader.bands(kPrismCapCells, 0, 0, 2);
     prism.hasHardSides = true;
-    prism.hasUvs = reader.uvs(2) != 0;
+    prism.hasUvs = reader.unrolledUvs(false);
     prism.hasFormerUvs = reader.flag(kPrismFormerUvs, true);
     return reader.result(prism, geometry::makeCylinder);
 }
@@ -68,7 +68,7 @@ Expected<Value> computePyramid(ComputeContext& context)
     pyramid.heightCells = reader.cells(kPyramidHeightCells, 1, 1);
     pyramid.capCells = reader.cells(kPyramidCapCells, 0, 0);
     pyramid.hasHardSides = true;
-    pyramid.hasUvs = reader.uvs(2) != 0;
+    pyramid.hasUvs = reader.unrolledUvs(true);
     return reader.result(pyramid, geometry::makeCone);
 }
 

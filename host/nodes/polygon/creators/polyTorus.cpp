@@ -7,14 +7,15 @@
 namespace host::nodes {
 namespace {
 
-constexpr auto kInputs =
-    solidInputs("radius", "sectionRadius", "twist", "subdivisionsAxis", "subdivisionsHeight");
+constexpr auto kInputs = solidInputs("radius", "sectionRadius", "twist", "subdivisionsAxis",
+                                     "subdivisionsHeight", "reverseTexture");
 enum Position : std::size_t {
     kRadius = kFirstSolidInput,
     kSectionRadius,
     kTwist,
     kAxisCells,
-    kTubeCells
+    kTubeCells,
+    kReverseTexture
 };
 
 Expected<Value> compute(ComputeContext& context)
@@ -27,6 +28,9 @@ Expected<Value> compute(ComputeContext& context)
     torus.axisCells = reader.cells(kAxisCells, 20, 3);
     torus.tubeCells = reader.cells(kTubeCells, 20, 3);
     torus.hasUvs = reader.uvs(1) != 0;
+    if (torus.hasUvs && reader.flag(kReverseTexture, false)) {
+        context.noteLack(Lack::Textures); // which way they turn is not known
+    }
     return reader.result(torus, geometry::makeTorus);
 }
 

@@ -115,6 +115,19 @@ public:
     }
     /// How texture coordinates are made: 0 not at all.
     std::int32_t uvs(std::int32_t fallback) { return choice(kCreateUvs, fallback); }
+    /// Whether a solid that is unrolled has texture coordinates. They always fill the same part of
+    /// the unit square (2). The lengths that edges have (1) are noted; and so are their proportions
+    /// (3), but for a shape of the usual ones, which scenes show to look the same in both.
+    bool unrolledUvs(bool hasUsualProportions)
+    {
+        constexpr std::int32_t kLengths = 1;
+        constexpr std::int32_t kFilled = 2;
+        const std::int32_t way = uvs(kFilled);
+        if (way == kLengths || (way > kFilled && !hasUsualProportions)) {
+            m_context.noteLack(Lack::Textures);
+        }
+        return way != 0;
+    }
     ComputeContext& context() { return m_context; }
 
     /// The computed solid: reads what is left, makes it once all inputs are there.

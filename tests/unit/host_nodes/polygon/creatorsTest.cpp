@@ -196,6 +196,38 @@ TEST(PolygonCreators, TellWhatIsNotKnown)
     EXPECT_EQ(cube.timesUncomputed, 1);
 }
 
+/// Of the ways to lay a solid out: not (0), with the lengths of its edges (1), filling a part of
+/// the square (2), in the proportions of its edges (3), which is the same where it is twice as high
+/// as its radius, or has all edges of one length.
+TEST(PolygonCreators, TellOtherLayoutsOfTextureCoordinates)
+{
+    const auto lackOf = [](std::string_view type, int way, double height) {
+        ToyContext context(rowOf(type));
+        context.set("createUVs", way);
+        context.set("height", height);
+        made(context);
+        return context.lack;
+    };
+    for (const std::string_view type : {"polyCylinder", "polyCone", "polyPrism", "polyPyramid"}) {
+        EXPECT_EQ(lackOf(type, 0, 3), Lack::Unsaid) << type;
+        EXPECT_EQ(lackOf(type, 1, 2), Lack::Textures) << type;
+        EXPECT_EQ(lackOf(type, 2, 3), Lack::Unsaid) << type;
+    }
+    for (const std::string_view type : {"polyCylinder", "polyCone"}) {
+        EXPECT_EQ(lackOf(type, 3, 2), Lack::Unsaid) << type;
+        EXPECT_EQ(lackOf(type, 3, 3), Lack::Textures) << type;
+    }
+    EXPECT_EQ(lackOf("polyPrism", 3, 2), Lack::Textures);
+    EXPECT_EQ(lackOf("polyPyramid", 3, 2), Lack::Unsaid);
+    ToyContext torus(rowOf("polyTorus"));
+    torus.set("reverseTexture", 1);
+    made(torus);
+    EXPECT_EQ(torus.lack, Lack::Textures);
+    torus.set("createUVs", 0);
+    made(torus);
+    EXPECT_EQ(torus.timesUncomputed, 1U); // none, none turned
+}
+
 TEST(PolygonCreators, KnowTheKindsOfSolids)
 {
     const std::size_t points[] = {20, 12, 6, 4};
