@@ -321,6 +321,7 @@ TEST(PolygonCreators, CellsThatFollowFromOthersStopThereToo)
     const NodeCompute& row = rowOf("polyPlane");
     ToyContext context(row);
     context.set("subdivisionsWidth", 8);
+    context.set("subdivisionsHeight", 2);
     SolidReader reader(context, 100);
     EXPECT_EQ(reader.sides(row.inputs.size() - 2, 10, 3, 2), 8);
     EXPECT_EQ(context.timesUncomputed, 0);
@@ -334,4 +335,3 @@ TEST(PolygonCreators, CellsThatFollowFromOthersStopThereToo)
 
 } // namespace
 } // namespace host::nodes
-    context.set("subdivisionsHeight", 2);
