@@ -18,11 +18,13 @@ std::vector<geometry::OffsetRun> offsetRuns(const NumericArray& tweaks)
     return runs;
 }
 
-/// The tweaks in single precision, in which points are.
-std::vector<float> offsetBlock(const NumericArray& tweaks)
+/// Adds the tweaks in single precision, in which points are.
+void addTweaks(std::vector<Vec3f>& points, const NumericArray& tweaks)
 {
+    const std::vector<geometry::OffsetRun> runs = offsetRuns(tweaks);
     if (const auto* floats = tweaks.numbers<float>()) {
-        return *floats;
+        geometry::addOffsetsTo(points, runs, *floats);
+        return;
     }
     std::vector<float> block;
     if (const auto* doubles = tweaks.numbers<double>()) {
@@ -31,7 +33,7 @@ std::vector<float> offsetBlock(const NumericArray& tweaks)
             block.push_back(static_cast<float>(number));
         }
     }
-    return block;
+    geometry::addOffsetsTo(points, runs, block);
 }
 
 Vec3f sum(const Vec3f& a, const Vec3f& b)
@@ -61,9 +63,10 @@ Shared<geometry::MeshData> PointOffsets::applied(const Shared<geometry::MeshData
         return mesh;
     }
     const std::span<const Vec3f> before = geometry::pointsOf(*mesh);
-    std::vector<Vec3f> points(before.begin(), before.end());
+    auto offset = std::make_shared<std::vector<Vec3f>>(before.begin(), before.end());
+    std::vector<Vec3f>& points = *offset;
     if (m_stored != nullptr) {
-        points = geometry::addOffsets(before, offsetRuns(*m_stored), offsetBlock(*m_stored));
+        addTweaks(points, *m_stored);
     }
     for (const Living& tweak : m_living) {
         if (tweak.point < points.size()) {
@@ -71,7 +74,7 @@ Shared<geometry::MeshData> PointOffsets::applied(const Shared<geometry::MeshData
         }
     }
     auto moved = std::make_shared<geometry::MeshData>(*mesh);
-    moved->points = std::make_shared<const std::vector<Vec3f>>(std::move(points));
+    moved->points = std::move(offset);
     return moved;
 }
 

@@ -21,5 +21,8 @@ struct OffsetRun {
 /// runs beyond the end of the block, have no effect.
 std::vector<Vec3f> addOffsets(std::span<const Vec3f> points, std::span<const OffsetRun> runs,
                               std::span<const float> block);
+/// The same in place.
+void addOffsetsTo(std::span<Vec3f> points, std::span<const OffsetRun> runs,
+                  std::span<const float> block);
 
 } // namespace host::geometry

@@ -29,12 +29,14 @@ LazyPlanes::LazyPlanes(const MeshData& mesh, const Matrix4& space)
     : m_topology(*mesh.topology)
     , m_points(pointsOf(mesh))
     , m_space(space)
-    , m_place(mesh.topology->faceCount())
 {
 }
 
 const PolygonPlane& LazyPlanes::of(std::uint32_t face)
 {
+    if (m_place.empty()) {
+        m_place.resize(m_topology.faceCount());
+    }
     if (m_place[face] == 0) {
         m_planes.push_back(compute(face));
         m_place[face] = static_cast<std::uint32_t>(m_planes.size());

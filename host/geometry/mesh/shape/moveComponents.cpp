@@ -1,6 +1,7 @@
 #include "host/geometry/mesh/shape/moveComponents.h"
 
-#include "host/geometry/mesh/edit/MeshLinks.h"
+#include "host/geometry/mesh/edit/FaceUses.h"
+#include "host/geometry/mesh/normals.h"
 #include "host/geometry/mesh/shape/facePlanes.h"
 #include "host/math/rotation.h"
 
@@ -9,56 +10,67 @@
 namespace host::geometry {
 namespace {
 
-/// Vertices and normals of components of one kind.
-class Components {
+/// The vertices of components of one kind.
+class ComponentVertices {
 public:
-    Components(const MeshTopology& topology, ComponentKind kind, std::span<const Vec3d> points)
-        : m_topology(topology)
-        , m_kind(kind)
-        , m_planes(facePlanes(topology, points))
-        , m_links(topology)
+    ComponentVertices(const MeshTopology& topology, ComponentKind kind)
+        : m_topology(topology), m_kind(kind)
     {
-        if (kind == ComponentKind::Edge) {
-            m_cornersOf = cornersOfEdges(topology);
-        } else if (kind == ComponentKind::Vertex) {
-            m_cornersOf = cornersOfVertices(topology);
-        }
     }
 
-    void vertices(std::uint32_t component, std::vector<std::uint32_t>& list) const
+    void list(std::uint32_t component, std::vector<std::uint32_t>& vertices) const
     {
-        list.clear();
+        vertices.clear();
         if (m_kind == ComponentKind::Vertex) {
-            list.push_back(component);
+            vertices.push_back(component);
         } else if (m_kind == ComponentKind::Edge) {
-            list = {m_topology.edges[component].start, m_topology.edges[component].end};
+            vertices = {m_topology.edges[component].start, m_topology.edges[component].end};
         } else {
             for (std::uint32_t corner = m_topology.firstCorner(component);
                  corner < m_topology.endCorner(component); ++corner) {
-                list.push_back(m_topology.cornerVertex(corner));
+                vertices.push_back(m_topology.cornerVertex(corner));
             }
         }
     }
 
-    Vec3d normal(std::uint32_t component) const
+private:
+    const MeshTopology& m_topology;
+    ComponentKind m_kind;
+};
+
+/// The normals of given components in the space of the move.
+class ComponentNormals {
+public:
+    ComponentNormals(const MeshData& mesh, ComponentKind kind,
+                     std::span<const std::uint32_t> components, const Matrix4& space)
+        : m_kind(kind)
+        , m_components(components)
+        , m_planes(mesh, space)
+        , m_faces(kind == ComponentKind::Edge     ? facesOfEdges(*mesh.topology, components)
+                  : kind == ComponentKind::Vertex ? facesOfVertices(*mesh.topology, components)
+                                                  : facesOfEdges(*mesh.topology, {}))
+    {
+    }
+
+    /// Of the component at a place of the list.
+    Vec3d normal(std::uint32_t place)
     {
         if (m_kind == ComponentKind::Face) {
-            return m_planes[component].normal;
+            return m_planes.of(m_components[place]).normal;
         }
         Vec3d sum;
-        for (const std::uint32_t corner : m_cornersOf.of(component)) {
-            const PolygonPlane& plane = m_planes[m_links.face(corner)];
+        for (std::size_t use = 0; use < m_faces.count(place); ++use) {
+            const PolygonPlane& plane = m_planes.of(m_faces.face(place, use));
             sum = sum + plane.normal * (m_kind == ComponentKind::Vertex ? plane.area : 1.0);
         }
         return normalized(sum);
     }
 
 private:
-    const MeshTopology& m_topology;
     ComponentKind m_kind;
-    std::vector<PolygonPlane> m_planes;
-    CornerLinks m_links;
-    NumberLists m_cornersOf;
+    std::span<const std::uint32_t> m_components;
+    LazyPlanes m_planes;
+    FaceUses m_faces; ///< of vertices and edges
 };
 
 /// Rows x, y, z of length one at right angles, and the centre; z along the normal. A component
@@ -89,60 +101,99 @@ bool isLocalIdle(const ComponentMove& move)
            move.localScale == Vec3d{1, 1, 1};
 }
 
-/// The points after what each component does in its own frame.
-class LocalMoves {
+/// The points of a mesh in the space of a move.
+class SpacePoints {
 public:
-    LocalMoves(const Components& components, std::span<const Vec3d> points)
-        : m_components(components), m_points(points), m_sums(points.size()), m_counts(points.size())
+    SpacePoints(const MeshData& mesh, const Matrix4& space)
+        : m_points(pointsOf(mesh)), m_space(space)
     {
     }
-
-    void add(std::uint32_t component, const ComponentMove& move)
+    Vec3d operator[](std::uint32_t vertex) const
     {
-        m_components.vertices(component, m_vertices);
-        if (m_vertices.empty()) {
-            return;
-        }
-        Vec3d centre;
-        for (const std::uint32_t vertex : m_vertices) {
-            centre = centre + m_points[vertex];
-        }
-        centre = centre * (1.0 / static_cast<double>(m_vertices.size()));
-        const Matrix4 frame = frameOf(m_components.normal(component), move.localDirection, centre);
-        const Matrix4 local = inverse(frame) * scaling(move.localScale) *
-                              eulerRotation(move.localRotate, RotationOrder::Xyz) *
-                              translation(move.localTranslate) * frame;
-        for (const std::uint32_t vertex : m_vertices) {
-            m_sums[vertex] = m_sums[vertex] + transformPoint(m_points[vertex], local);
-            ++m_counts[vertex];
-        }
-    }
-
-    Vec3d point(std::uint32_t vertex) const
-    {
-        return m_counts[vertex] == 0 ? m_points[vertex] : m_sums[vertex] * (1.0 / m_counts[vertex]);
+        return transformPoint(toDouble(m_points[vertex]), m_space);
     }
 
 private:
-    const Components& m_components;
-    std::span<const Vec3d> m_points;
-    std::vector<Vec3d> m_sums;
-    std::vector<std::uint32_t> m_counts;
-    std::vector<std::uint32_t> m_vertices;
+    std::span<const Vec3f> m_points;
+    Matrix4 m_space;
 };
 
-std::vector<bool> verticesOf(const Components& all, std::span<const std::uint32_t> components,
-                             std::size_t count)
-{
-    std::vector<bool> isMoved(count);
-    std::vector<std::uint32_t> vertices;
-    for (const std::uint32_t component : components) {
-        all.vertices(component, vertices);
+/// The points after what each component does in its own frame.
+class LocalMoves {
+public:
+    LocalMoves(const SpacePoints& points, std::size_t count) : m_points(points), m_places(count) {}
+
+    void add(std::span<const std::uint32_t> vertices, const Vec3d& normal,
+             const ComponentMove& move)
+    {
+        if (vertices.empty()) {
+            return;
+        }
+        Vec3d centre;
         for (const std::uint32_t vertex : vertices) {
-            isMoved[vertex] = true;
+            centre = centre + m_points[vertex];
+        }
+        centre = centre * (1.0 / static_cast<double>(vertices.size()));
+        const Matrix4 frame = frameOf(normal, move.localDirection, centre);
+        const Matrix4 local = inverse(frame) * scaling(move.localScale) *
+                              eulerRotation(move.localRotate, RotationOrder::Xyz) *
+                              translation(move.localTranslate) * frame;
+        for (const std::uint32_t vertex : vertices) {
+            Sum& sum = sumOf(vertex);
+            sum.points = sum.points + transformPoint(m_points[vertex], local);
+            ++sum.count;
         }
     }
-    return isMoved;
+
+    /// Of a vertex of a component that was added.
+    Vec3d point(std::uint32_t vertex) const
+    {
+        const Sum& sum = m_sums[m_places[vertex] - 1];
+        return sum.points * (1.0 / sum.count);
+    }
+
+private:
+    struct Sum {
+        Vec3d points;
+        std::uint32_t count = 0;
+    };
+
+    Sum& sumOf(std::uint32_t vertex)
+    {
+        if (m_places[vertex] == 0) {
+            m_sums.emplace_back();
+            m_places[vertex] = static_cast<std::uint32_t>(m_sums.size());
+        }
+        return m_sums[m_places[vertex] - 1];
+    }
+
+    const SpacePoints& m_points;
+    std::vector<std::uint32_t> m_places; ///< by vertex, plus 1; 0: not moved
+    std::vector<Sum> m_sums;
+};
+
+/// Moves each vertex of the components once: `move(vertex)` gives its point.
+template<class Move>
+std::shared_ptr<const MeshData> withMoved(const MeshData& mesh, const ComponentVertices& all,
+                                          std::span<const std::uint32_t> components,
+                                          const Move& move)
+{
+    const std::span<const Vec3f> before = pointsOf(mesh);
+    auto points = std::make_shared<std::vector<Vec3f>>(before.begin(), before.end());
+    std::vector<bool> isMoved(before.size());
+    std::vector<std::uint32_t> vertices;
+    for (const std::uint32_t component : components) {
+        all.list(component, vertices);
+        for (const std::uint32_t vertex : vertices) {
+            if (!isMoved[vertex]) {
+                isMoved[vertex] = true;
+                (*points)[vertex] = toFloat(move(vertex));
+            }
+        }
+    }
+    auto moved = std::make_shared<MeshData>(mesh);
+    moved->points = std::move(points);
+    return moved;
 }
 
 } // namespace
@@ -151,27 +202,24 @@ std::shared_ptr<const MeshData> moveComponents(const MeshData& mesh, ComponentKi
                                                std::span<const std::uint32_t> components,
                                                const ComponentMove& move)
 {
-    std::vector<Vec3d> points = doublePoints(mesh);
-    std::vector<Vec3d> inSpace;
-    inSpace.reserve(points.size());
-    for (const Vec3d& point : points) {
-        inSpace.push_back(transformPoint(point, move.space));
-    }
-    const Components all(*mesh.topology, kind, inSpace);
-    const std::vector<bool> isMoved = verticesOf(all, components, points.size());
-    LocalMoves local(all, inSpace);
-    if (!isLocalIdle(move)) {
-        for (const std::uint32_t component : components) {
-            local.add(component, move);
-        }
-    }
+    const ComponentVertices all(*mesh.topology, kind);
+    const SpacePoints points(mesh, move.space);
     const Matrix4 back = move.common * inverse(move.space);
-    for (std::uint32_t vertex = 0; vertex < points.size(); ++vertex) {
-        if (isMoved[vertex]) {
-            points[vertex] = transformPoint(local.point(vertex), back);
-        }
+    if (isLocalIdle(move)) {
+        return withMoved(mesh, all, components, [&](std::uint32_t vertex) {
+            return transformPoint(points[vertex], back);
+        });
     }
-    return withPoints(mesh, points);
+    ComponentNormals normals(mesh, kind, components, move.space);
+    LocalMoves local(points, mesh.topology->vertexCount);
+    std::vector<std::uint32_t> vertices;
+    for (std::uint32_t place = 0; place < components.size(); ++place) {
+        all.list(components[place], vertices);
+        local.add(vertices, normals.normal(place), move);
+    }
+    return withMoved(mesh, all, components, [&](std::uint32_t vertex) {
+        return transformPoint(local.point(vertex), back);
+    });
 }
 
 } // namespace host::geometry

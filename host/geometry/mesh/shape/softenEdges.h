@@ -10,9 +10,9 @@
 
 namespace host::geometry {
 
-/// The given edges (numbers below the count) turn hard where the polygon normals of their faces
-/// include more than `angle` (radians), soft elsewhere; with an angle of 0 or less all of them turn
-/// hard. Edges with fewer than two faces keep what they are.
+/// The given edges (ascending numbers below the count) turn hard where the polygon normals of their
+/// faces include more than `angle` (radians), soft elsewhere; with an angle of 0 or less all of
+/// them turn hard. Edges with fewer than two faces keep what they are.
 ///
 /// Angles are those of the points times `space`. Locked normals stay with their corners; where
 /// corners come to share a normal the first locked one holds.

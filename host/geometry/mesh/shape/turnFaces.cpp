@@ -95,13 +95,16 @@ std::vector<Way> waysOf(const MeshTopology& topology, std::span<const std::uint3
     if (mode == TurnMode::Conform) {
         return conformedWays(topology, faces);
     }
-    WaySpread spread(topology);
+    std::vector<Way> ways(topology.faceCount(), Way::Unknown);
     for (const std::uint32_t face : faces) {
-        spread.ways()[face] = mode == TurnMode::Propagate ? Way::Kept : Way::Turned;
+        ways[face] = mode == TurnMode::Propagate ? Way::Kept : Way::Turned;
     }
-    if (mode == TurnMode::Propagate || mode == TurnMode::ReverseAndPropagate) {
-        spread.spread({faces.begin(), faces.end()}, [](std::uint32_t) { return true; });
+    if (mode != TurnMode::Propagate && mode != TurnMode::ReverseAndPropagate) {
+        return ways;
     }
+    WaySpread spread(topology);
+    spread.ways() = std::move(ways);
+    spread.spread({faces.begin(), faces.end()}, [](std::uint32_t) { return true; });
     return spread.ways();
 }
 

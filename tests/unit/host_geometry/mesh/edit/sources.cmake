@@ -5,6 +5,7 @@ list(APPEND SOURCES
     mesh/edit/cutMirrorTest.cpp
     mesh/edit/deletePartsTest.cpp
     mesh/edit/extrudeTest.cpp
+    mesh/edit/faceUsesTest.cpp
     mesh/edit/joinVerticesTest.cpp
     mesh/edit/meshLinksTest.cpp
     mesh/edit/meshRewriterTest.cpp
