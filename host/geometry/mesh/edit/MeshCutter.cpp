@@ -118,6 +118,9 @@ void MeshCutter::splitCorners(std::uint32_t face, std::uint32_t edge, std::uint3
                               double part)
 {
     Face& made = editable(face);
+    if (isTired(made.corners.size())) {
+        return;
+    }
     std::uint32_t first = 0;
     for (std::size_t loop = 0; loop < made.loopEnds.size(); ++loop) {
         for (std::uint32_t i = first; i < made.loopEnds[loop]; ++i) {
@@ -151,7 +154,7 @@ std::uint32_t MeshCutter::splitEdge(std::uint32_t edge, double part)
     const std::uint32_t source =
         edge < m_rewriter.before().topology->edges.size() ? edge : kNoSource;
     const std::uint32_t half = m_rewriter.addEdge(vertex, ends.end, false, source);
-    if (m_rewriter.isFull()) {
+    if (m_rewriter.isFull() || isTired(users.size())) {
         return ends.end;
     }
     m_rewriter.edgeSmooth()[half] = m_rewriter.edgeSmooth()[edge];
@@ -173,7 +176,8 @@ std::uint32_t MeshCutter::splitEdge(std::uint32_t edge, double part)
 bool MeshCutter::hasVertex(std::uint32_t face, std::uint32_t vertex)
 {
     const std::span<const Corner> loop = loopOf(face);
-    return std::any_of(loop.begin(), loop.end(),
+    return !isTired(loop.size()) &&
+           std::any_of(loop.begin(), loop.end(),
                        [&](const Corner& corner) { return vertexAt(corner) == vertex; });
 }
 
@@ -220,6 +224,9 @@ bool MeshCutter::cutFace(std::uint32_t face, std::uint32_t from, std::uint32_t t
 {
     const std::span<const Corner> loop = loopOf(face);
     const std::size_t size = loop.size();
+    if (isTired(size)) {
+        return false;
+    }
     std::size_t i = size;
     std::size_t j = size;
     for (std::size_t place = 0; place < size; ++place) {
@@ -305,6 +312,9 @@ void MeshCutter::writeFace(const Face& face)
 
 std::shared_ptr<const MeshData> MeshCutter::finish(double smoothingAngle)
 {
+    if (isTired()) {
+        return nullptr;
+    }
     for (std::uint32_t face = 0; face < m_faceCount; ++face) {
         const auto found = m_faces.find(face);
         found == m_faces.end() ? m_rewriter.copyFace(face) : writeFace(found->second);

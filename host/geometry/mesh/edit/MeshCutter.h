@@ -13,9 +13,13 @@
 namespace host::geometry {
 
 /// A mesh that is cut step by step. Numbers of parts that are there never change; new ones follow.
-/// Faces that no cut touches cost nothing until the end.
+/// Faces that no cut touches cost nothing until the end; each cut costs the corners of its faces.
+///
+/// Limits  kMaxVisits corners looked at in all; beyond, nothing is cut any more, `isTired`.
 class MeshCutter {
 public:
+    static constexpr std::uint64_t kMaxVisits = std::uint64_t{1} << 28;
+
     /// One edge of a loop, and the texture coordinates where it starts: a place in a pool.
     struct Corner {
         std::int32_t reference = 0;
@@ -65,7 +69,14 @@ public:
         return corner.reference >= 0 ? ends.start : ends.end;
     }
 
-    /// The mesh, as `MeshRewriter::finish` makes it.
+    /// Counts corners that were looked at; true once there were too many.
+    bool isTired(std::size_t visits = 0)
+    {
+        m_visits += visits;
+        return m_visits > kMaxVisits;
+    }
+
+    /// The mesh, as `MeshRewriter::finish` makes it; null as well where there was too much to do.
     std::shared_ptr<const MeshData> finish(double smoothingAngle);
 
 private:
@@ -86,6 +97,7 @@ private:
     CornerLinks m_links;
     NumberLists m_cornersOfEdges;
     std::uint32_t m_faceCount = 0;
+    std::uint64_t m_visits = 0;
     std::unordered_map<std::uint32_t, Face> m_faces; ///< those that were touched
     std::unordered_map<std::uint32_t, std::vector<std::uint32_t>> m_users; ///< of touched edges
     std::vector<std::int32_t> m_uvPool; ///< an id for each set, run after run

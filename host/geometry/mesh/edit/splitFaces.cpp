@@ -5,12 +5,16 @@
 #include <algorithm>
 #include <cmath>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace host::geometry {
 namespace {
 
 /// Parts of an edge that differ by less are the same.
 constexpr double kSamePart = 1e-6;
+
+/// A corner that is looked up takes as long as so many that are only looked at.
+constexpr std::size_t kCostOfKnowing = 256;
 
 /// A piece of an edge, up to the next one or the edge's end.
 struct Piece {
@@ -101,36 +105,33 @@ private:
         return isAlongEdge && inner.empty();
     }
 
-    /// The faces about a point, as they are now.
+    /// The faces about a point, as they are now, ascending.
     std::vector<std::uint32_t> facesAt(std::size_t point)
     {
         const std::uint32_t vertex = m_vertices[point];
-        std::vector<std::uint32_t> faces;
+        std::unordered_set<std::uint32_t> faces;
+        std::unordered_set<std::uint32_t> known{m_line[point].edge};
         std::vector<std::uint32_t> edges{m_line[point].edge};
         // Round the vertex from face to face.
         for (std::size_t i = 0; i < edges.size(); ++i) {
             for (const std::uint32_t face : m_cutter.facesOf(edges[i])) {
-                if (std::find(faces.begin(), faces.end(), face) != faces.end()) {
+                if (!faces.insert(face).second || m_cutter.isTired() ||
+                    m_cutter.isTired(kCostOfKnowing * m_cutter.loopOf(face).size())) {
                     continue;
                 }
-                faces.push_back(face);
-                addEdgesAt(vertex, face, edges);
+                for (const MeshCutter::Corner& corner : m_cutter.loopOf(face)) {
+                    const std::uint32_t edge = edgeOf(corner.reference);
+                    const MeshEdge& ends = m_cutter.edge(edge);
+                    const bool isAtVertex = ends.start == vertex || ends.end == vertex;
+                    if (isAtVertex && known.insert(edge).second) {
+                        edges.push_back(edge);
+                    }
+                }
             }
         }
-        std::sort(faces.begin(), faces.end());
-        return faces;
-    }
-
-    void addEdgesAt(std::uint32_t vertex, std::uint32_t face, std::vector<std::uint32_t>& edges)
-    {
-        for (const MeshCutter::Corner& corner : m_cutter.loopOf(face)) {
-            const std::uint32_t edge = edgeOf(corner.reference);
-            const MeshEdge& ends = m_cutter.edge(edge);
-            if ((ends.start == vertex || ends.end == vertex) &&
-                std::find(edges.begin(), edges.end(), edge) == edges.end()) {
-                edges.push_back(edge);
-            }
-        }
+        std::vector<std::uint32_t> ascending(faces.begin(), faces.end());
+        std::sort(ascending.begin(), ascending.end());
+        return ascending;
     }
 
     const std::vector<MeshEdge>& m_edges;

@@ -7,6 +7,7 @@
 #include "host/geometry/mesh/primitives/roundSolids.h"
 #include "tests/unit/host_geometry/mesh/edit/flatMesh.h"
 
+#include <chrono>
 #include <cmath>
 #include <numeric>
 
@@ -236,6 +237,61 @@ TEST(SplitFaces, whatDoesNotFitIsRefused)
     const std::vector<SplitPoint> endsInside{on(0, .5), {kNone, 0, {0, 0, .5}}};
     EXPECT_EQ(splitFaces(*solidCube(), endsInside, 0), nullptr);
     EXPECT_EQ(splitFaces(*solidCube(), std::vector<SplitPoint>(), 0), nullptr);
+}
+
+/// Every cut to the middle of a fan looks at all its triangles, 10^10 in all; a limit ends it.
+TEST(SplitFaces, aFanOfVeryManyTriangles)
+{
+    constexpr std::uint32_t kCount = 100000;
+    std::vector<Vec3f> points{{0, 0, 0}};
+    std::vector<std::vector<Loop>> faces;
+    for (std::uint32_t i = 1; i <= kCount; ++i) {
+        points.push_back({static_cast<float>(i), static_cast<float>(i % 7), 1});
+        faces.push_back({{0, i, i % kCount + 1}});
+    }
+    const MeshData fan = meshOf(points, faces);
+    // The first face walks edges 0 (0 to 1), 1 (1 to 2) and 2; each later one the rim's, then one.
+    std::vector<SplitPoint> line;
+    for (std::uint32_t i = 1; i + 1 < kCount; ++i) {
+        line.push_back(on(2 * i + 1, .5));
+        line.push_back(on(0, 0));
+    }
+    ASSERT_EQ(fan.topology->edges[3].start, 2u);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(splitFaces(fan, line, 0), nullptr);
+    line.resize(3);
+    const SharedMesh mesh = splitFaces(fan, line, 0);
+    const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
+    EXPECT_LT(spent.count(), 30);
+    ASSERT_NE(mesh, nullptr);
+    EXPECT_EQ(mesh->topology->faceCount(), kCount + 2); // two triangles are halved
+}
+
+/// Every cut of a face looks at all that is left of its corners, 2 * 10^9 in all and more.
+TEST(SplitFaces, aFaceOfVeryManyCorners)
+{
+    constexpr std::uint32_t kCount = 100000;
+    std::vector<Vec3f> points;
+    Loop loop;
+    for (std::uint32_t i = 0; i < kCount; ++i) {
+        points.push_back({static_cast<float>(i), static_cast<float>(i % 7), 1});
+        loop.push_back(i);
+    }
+    const MeshData face = meshOf(points, {{loop}});
+    // From side to side: edge i leaves vertex i.
+    std::vector<SplitPoint> line;
+    for (std::uint32_t i = 1; i < kCount / 2 - 1; ++i) {
+        line.push_back(on(i, .5));
+        line.push_back(on(kCount - i, .5));
+    }
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(splitFaces(face, line, 0), nullptr);
+    const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
+    EXPECT_LT(spent.count(), 30);
+    line.resize(4);
+    const SharedMesh mesh = splitFaces(face, line, 0);
+    ASSERT_NE(mesh, nullptr);
+    EXPECT_EQ(mesh->topology->faceCount(), 4u);
 }
 
 /// A square: the middle, then its edges (0 to 1, 1 to 3, 3 to 2, 2 to 0); a face at each corner.
