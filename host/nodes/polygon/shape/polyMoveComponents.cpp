@@ -2,6 +2,7 @@
 // own.
 #include "host/nodes/polygon/meshInputs.h"
 #include "host/nodes/polygon/shape/polygonShapeTypes.h"
+#include "host/nodes/polygon/workSpace.h"
 
 #include "host/geometry/mesh/shape/moveComponents.h"
 #include "host/math/rotation.h"
@@ -79,6 +80,9 @@ Expected<Value> moved(ComputeContext& context, ComponentKind kind, std::string_v
     const auto components = namedComponents(task, prefix, countOf(*task.mesh->topology, kind));
     if (!components.has_value() || task.mesh->points == nullptr) {
         return meshResult(context, task, nullptr, Lack::Components);
+    }
+    if (!hasWayBack(move.space)) {
+        return meshResult(context, task, nullptr);
     }
     if (isIncomplete) {
         context.noteUncomputed();

@@ -3,6 +3,7 @@
 // circle.
 #include "host/nodes/polygon/topology/componentOperation.h"
 #include "host/nodes/polygon/topology/polygonTopologyTypes.h"
+#include "host/nodes/polygon/workSpace.h"
 
 #include "host/geometry/mesh/edit/bevelEdges.h"
 
@@ -66,12 +67,13 @@ Expected<Value> compute(ComputeContext& context)
                    ? task.passed()
                    : meshResult(context, task, nullptr, Lack::Setting);
     }
-    auto result = computeOn(
-        context, geometry::kEdgeComponents, [&](const geometry::MeshData& mesh, const auto& edges) {
-            geometry::Beveled beveled = geometry::bevelEdges(mesh, edges, beveling);
-            isExact = isUsualMiter && beveled.isExact;
-            return beveled.mesh;
-        });
+    auto result =
+        computeOn(context, geometry::kEdgeComponents,
+                  inSpace(beveling.toSpace, [&](const geometry::MeshData& mesh, const auto& edges) {
+                      geometry::Beveled beveled = geometry::bevelEdges(mesh, edges, beveling);
+                      isExact = isUsualMiter && beveled.isExact;
+                      return beveled.mesh;
+                  }));
     if (!isExact) {
         context.noteLack(Lack::Approximate);
     }

@@ -1,6 +1,7 @@
 // polyCut: faces cut along a plane.
 #include "host/nodes/polygon/topology/componentOperation.h"
 #include "host/nodes/polygon/topology/polygonTopologyTypes.h"
+#include "host/nodes/polygon/workSpace.h"
 
 #include "host/geometry/mesh/edit/cutFaces.h"
 #include "host/math/rotation.h"
@@ -40,11 +41,11 @@ Expected<Value> compute(ComputeContext& context)
     const bool deletes = flagInput(context, kDeleteFaces, false);
     const bool extracts = flagInput(context, kExtractFaces, false) && !deletes;
     return computeOn(context, geometry::kFaceComponents,
-                     [&](const MeshData& mesh, const Numbers& faces) {
+                     inSpace(plane.toSpace, [&](const MeshData& mesh, const Numbers& faces) {
                          noteUnless(context, !extracts); // the parts stay joined
                          return deletes ? keepBehind(mesh, faces, plane).mesh
                                         : cutFaces(mesh, faces, plane).mesh;
-                     });
+                     }));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // then.
 #include "host/nodes/polygon/topology/extrusionInputs.h"
 #include "host/nodes/polygon/topology/polygonTopologyTypes.h"
+#include "host/nodes/polygon/workSpace.h"
 
 #include "host/geometry/mesh/edit/extrudeEdges.h"
 
@@ -23,11 +24,12 @@ Expected<Value> compute(ComputeContext& context)
     extrusion.divisions =
         static_cast<std::uint32_t>(countInput(context, kDivisions, 1, kMostDivisions));
     extrusion.smoothingAngle = context.number(kSmoothingAngle, kUsualAngle);
-    return computeOn(context, geometry::kEdgeComponents,
-                     [&](const geometry::MeshData& mesh, const auto& edges) {
-                         noteUnless(context, motion.isWhole);
-                         return geometry::extrudeEdges(mesh, edges, extrusion);
-                     });
+    return computeOn(
+        context, geometry::kEdgeComponents,
+        inSpace(motion.toSpace, [&](const geometry::MeshData& mesh, const auto& edges) {
+            noteUnless(context, motion.isWhole);
+            return geometry::extrudeEdges(mesh, edges, extrusion);
+        }));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // so is a profile curve: the walls are straight then.
 #include "host/nodes/polygon/topology/extrusionInputs.h"
 #include "host/nodes/polygon/topology/polygonTopologyTypes.h"
+#include "host/nodes/polygon/workSpace.h"
 
 #include "host/geometry/mesh/edit/extrudeFaces.h"
 
@@ -26,11 +27,12 @@ Expected<Value> compute(ComputeContext& context)
     extrusion.divisions =
         static_cast<std::uint32_t>(countInput(context, kDivisions, 1, kMostDivisions));
     extrusion.smoothingAngle = context.number(kSmoothingAngle, kUsualAngle);
-    return computeOn(context, geometry::kFaceComponents,
-                     [&](const geometry::MeshData& mesh, const auto& faces) {
-                         noteUnless(context, motion.isWhole);
-                         return geometry::extrudeFaces(mesh, faces, extrusion);
-                     });
+    return computeOn(
+        context, geometry::kFaceComponents,
+        inSpace(motion.toSpace, [&](const geometry::MeshData& mesh, const auto& faces) {
+            noteUnless(context, motion.isWhole);
+            return geometry::extrudeFaces(mesh, faces, extrusion);
+        }));
 }
 
 } // namespace

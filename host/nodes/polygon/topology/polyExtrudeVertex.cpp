@@ -1,6 +1,7 @@
 // polyExtrudeVertex: vertices drawn out to points. More divisions than one are left out.
 #include "host/nodes/polygon/topology/componentOperation.h"
 #include "host/nodes/polygon/topology/polygonTopologyTypes.h"
+#include "host/nodes/polygon/workSpace.h"
 
 #include "host/geometry/mesh/edit/extrudeVertices.h"
 
@@ -21,11 +22,12 @@ Expected<Value> compute(ComputeContext& context)
     extrusion.width = context.number(kWidth, 0);
     extrusion.length = context.number(kLength, 0);
     const bool isDivided = context.number(kDivisions, 1) > 1;
-    return computeOn(context, geometry::kVertexComponents,
-                     [&](const geometry::MeshData& mesh, const auto& vertices) {
-                         noteUnless(context, !isDivided);
-                         return geometry::extrudeVertices(mesh, vertices, extrusion);
-                     });
+    return computeOn(
+        context, geometry::kVertexComponents,
+        inSpace(extrusion.toSpace, [&](const geometry::MeshData& mesh, const auto& vertices) {
+            noteUnless(context, !isDivided);
+            return geometry::extrudeVertices(mesh, vertices, extrusion);
+        }));
 }
 
 } // namespace

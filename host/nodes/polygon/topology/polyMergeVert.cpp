@@ -1,6 +1,7 @@
 // polyMergeVert: near vertices become one.
 #include "host/nodes/polygon/topology/componentOperation.h"
 #include "host/nodes/polygon/topology/polygonTopologyTypes.h"
+#include "host/nodes/polygon/workSpace.h"
 
 #include "host/geometry/mesh/edit/clusterVertices.h"
 
@@ -69,9 +70,9 @@ Expected<Value> compute(ComputeContext& context)
 {
     const Merging merging = takeMerging(context);
     return computeOn(context, geometry::kVertexComponents,
-                     [&](const MeshData& mesh, const Numbers& vertices) {
+                     inSpace(merging.matrix, [&](const MeshData& mesh, const Numbers& vertices) {
                          return merge(mesh, vertices, merging);
-                     });
+                     }));
 }
 
 } // namespace

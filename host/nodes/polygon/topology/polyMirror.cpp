@@ -1,6 +1,7 @@
 // polyMirror: faces joined by their mirror images.
 #include "host/nodes/polygon/topology/componentOperation.h"
 #include "host/nodes/polygon/topology/polygonTopologyTypes.h"
+#include "host/nodes/polygon/workSpace.h"
 
 #include "host/geometry/mesh/edit/cutFaces.h"
 #include "host/geometry/mesh/edit/mirrorFaces.h"
@@ -109,6 +110,9 @@ Expected<Value> compute(ComputeContext& context)
     if (!faces) {
         return context.output() == 0 ? meshResult(context, task, nullptr, Lack::Components)
                                      : Value();
+    }
+    if (!hasWayBack(request.mirroring.toSpace)) {
+        return context.output() == 0 ? meshResult(context, task, nullptr) : Value();
     }
     const Original original = request.cuts ? cutOriginal(task.mesh, *faces, request.mirroring)
                                            : Original{task.mesh, *faces};

@@ -1,6 +1,7 @@
 // polyPoke: faces turned into triangles about points above their middles.
 #include "host/nodes/polygon/topology/componentOperation.h"
 #include "host/nodes/polygon/topology/polygonTopologyTypes.h"
+#include "host/nodes/polygon/workSpace.h"
 
 #include "host/geometry/mesh/edit/divideEdges.h"
 
@@ -27,10 +28,11 @@ Expected<Value> compute(ComputeContext& context)
     }
     poking.localTranslate = vectorInput(context, kLocalTranslate, {});
     poking.translate = vectorInput(context, kTranslate, {});
-    return computeOn(context, geometry::kFaceComponents,
-                     [&](const geometry::MeshData& mesh, const auto& faces) {
-                         return geometry::pokeFaces(mesh, faces, poking);
-                     });
+    return computeOn(
+        context, geometry::kFaceComponents,
+        inSpace(poking.toSpace, [&](const geometry::MeshData& mesh, const auto& faces) {
+            return geometry::pokeFaces(mesh, faces, poking);
+        }));
 }
 
 } // namespace

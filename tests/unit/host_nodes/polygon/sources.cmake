@@ -6,4 +6,5 @@ list(APPEND SOURCES
     polygon/joiningTest.cpp
     polygon/shapeTest.cpp
     polygon/textureTest.cpp
+    polygon/workSpaceTest.cpp
 )
