@@ -133,6 +133,13 @@ TEST_F(History, ABlockingOperationComputesNothing)
     EXPECT_EQ(session.mesh(node("m")), nullptr);
     EXPECT_EQ(outcome(), "missing");
     EXPECT_EQ((*given("first")->points)[0], (Vec3f{-0.5F, 4.5F, 0.5F}));
+    for (const char* solid : {"polyCube", "polySphere"}) {
+        open("createNode transform -n \"t\"; createNode mesh -n \"m\" -p \"t\"; createNode " +
+             std::string(solid) +
+             " -n \"last\"; setAttr \".nds\" 2; connectAttr \"last.out\" \"m.i\";");
+        EXPECT_EQ(session.mesh(node("m")), nullptr) << solid;
+        EXPECT_EQ(outcome(), "missing") << solid;
+    }
 }
 
 TEST_F(History, PassesOnWhatAnOperationNamesWrongly)

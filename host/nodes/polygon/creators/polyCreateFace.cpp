@@ -11,8 +11,8 @@
 namespace host::nodes {
 namespace {
 
-constexpr std::array<std::string_view, 5> kInputs{"vertices", "loop", "subdivision", "texture",
-                                                  "uvSetName"};
+constexpr std::array<std::string_view, 6> kInputs{"vertices", "loop",      "subdivision",
+                                                  "texture",  "uvSetName", "nodeState"};
 constexpr std::array<std::string_view, 1> kOutputs{"output"};
 enum Position : std::size_t { kVertices, kLoop, kSubdivision, kTexture, kUvSetName };
 

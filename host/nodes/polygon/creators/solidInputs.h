@@ -19,6 +19,7 @@ enum SolidInput : std::size_t {
     kHeightBaseline = 3,
     kUvSetName,
     kCreateUvs,
+    kSolidState, ///< "nodeState", by which a node blocks
     kFirstSolidInput
 };
 
@@ -27,13 +28,8 @@ template<class... Names>
 constexpr std::array<std::string_view, kFirstSolidInput + sizeof...(Names)>
 solidInputs(const Names&... names)
 {
-    return {"axisX",
-            "axisY",
-            "axisZ",
-            "heightBaseline",
-            "uvSetName",
-            "createUVs",
-            std::string_view(names)...};
+    return {"axisX",     "axisY",     "axisZ",     "heightBaseline",
+            "uvSetName", "createUVs", "nodeState", std::string_view(names)...};
 }
 
 inline constexpr std::array<std::string_view, 1> kSolidOutputs{"output"};
