@@ -56,7 +56,8 @@ def main():
     subprocess.check_call(['cmake', '-S', ROOT, '-B', options.build, '-G', 'Ninja', '-DCMAKE_BUILD_TYPE=Release',
                            '-DORV_BENCH=ON'], stdout=subprocess.DEVNULL)
     subprocess.check_call(['cmake', '--build', options.build, '--target', 'maya_importer', 'bench_make_scene',
-                           'bench_load_obj', 'bench_empty_program', 'bench_read_rate', 'bench_decode_rate', 'bench_tessellate'], stdout=subprocess.DEVNULL)
+                           'bench_load_obj', 'bench_empty_program', 'bench_read_rate', 'bench_decode_rate', 'bench_tessellate',
+                           'bench_kernels'], stdout=subprocess.DEVNULL)
     program = lambda name: os.path.join(options.build, 'bin', name)
     folder = options.keep or tempfile.mkdtemp(prefix='vistrel-bench-')
     os.makedirs(folder, exist_ok=True)
@@ -111,6 +112,7 @@ def run(options, program, path):
     bar('(e) tiny scene / empty program', start.seconds / empty.seconds, 10)
     sampling(options, program, path, convert)
     tessellation(program)
+    operations(program, options.runs)
     binary(options, program, path, convert)
 
 
@@ -145,6 +147,17 @@ def tessellation(program):
     ratios = dict(line.split() for line in rates.splitlines() if line.startswith('ratio-'))
     bar('(g) untrimmed tessellation / plain grid evaluation', float(ratios['ratio-untrimmed']), 0.5, at_least=True)
     bar('(g) trimmed tessellation / plain grid evaluation', float(ratios['ratio-trimmed']), 0.1, at_least=True)
+
+
+def operations(program, runs):
+    """What operations on meshes cost as the mesh grows, and chains of small ones."""
+    figures = subprocess.check_output([program('bench_kernels'), str(runs)], text=True)
+    print(figures, end='')
+    ratios = dict(line.split() for line in figures.splitlines() if line.startswith(('chain-', 'growth-')))
+    for name, ratio in ratios.items():
+        if name.startswith('growth-'):
+            print('%-58s %8.3f' % ('(j) time a face of %s, 1,000,000 / 10,000 faces' % name[7:], float(ratio)))
+    bar('(k) 900 small edits of different kinds / one', float(ratios['chain-mixed']), 30)
 
 
 def sampling(options, program, path, convert):
