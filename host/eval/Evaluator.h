@@ -110,7 +110,7 @@ private:
     AttributeIndex m_clockOut = kNoAttribute;
     AttributeIndex m_clockUnwarped = kNoAttribute;
 
-    std::size_t m_mostHeldBytes = std::size_t{512} << 20;
+    std::size_t m_mostHeldBytes = std::size_t{64} << 20;
     std::size_t m_heldBytes = 0; ///< of parts of computed meshes, each counted with its first mesh
 
     std::vector<Frame> m_stack;

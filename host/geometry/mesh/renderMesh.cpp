@@ -5,7 +5,11 @@
 #include "host/geometry/mesh/triangulate.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cassert>
+#include <cstddef>
+#include <unordered_map>
 
 namespace host::geometry {
 namespace {
@@ -63,6 +67,89 @@ void forVisibleCorners(const MeshData& mesh, const Visit& visit)
     }
 }
 
+/// Vertices of a mesh vertex are looked through one by one up to so many; the others of it lie in a
+/// table. The poles of a sphere have as many as there are faces around.
+constexpr std::size_t kMostInTurn = 32;
+
+/// What tells two vertices of one mesh vertex apart, bit by bit.
+struct SplitKey {
+    std::uint32_t vertex = 0;
+    std::int32_t uv = -1;
+    std::array<std::uint32_t, 3> normal{};
+    friend bool operator==(const SplitKey&, const SplitKey&) = default;
+};
+
+struct SplitHash {
+    std::size_t operator()(const SplitKey& key) const
+    {
+        constexpr std::uint64_t kFactor = 0x9e3779b97f4a7c15; // 2^64 by the golden ratio
+        std::uint64_t hash = std::uint64_t{key.vertex} << 32 | static_cast<std::uint32_t>(key.uv);
+        for (const std::uint32_t part : key.normal) {
+            hash = (hash ^ (hash >> 29) ^ part) * kFactor;
+        }
+        return static_cast<std::size_t>(hash ^ (hash >> 32));
+    }
+};
+
+/// The normal counts by its value, in which both zeros are one; one that is no number by its id.
+SplitKey keyOf(std::uint32_t vertex, std::int32_t uv, std::uint32_t id, const Vec3f& normal)
+{
+    if (!(normal == normal)) {
+        return {vertex, uv, {id, 0xffffffff, 0xffffffff}};
+    }
+    const auto bits = [](float number) { return std::bit_cast<std::uint32_t>(number + 0.0F); };
+    return {vertex, uv, {bits(normal.x), bits(normal.y), bits(normal.z)}};
+}
+
+/// Finds or makes the vertices of corners.
+class VertexSplitter {
+public:
+    VertexSplitter(std::uint32_t vertexCount, std::span<const Vec3f> normals)
+        : m_normals(normals), m_first(vertexCount, kNone)
+    {
+        m_split.reserve(std::max<std::size_t>(vertexCount, normals.size()));
+    }
+
+    std::uint32_t of(std::uint32_t vertex, std::uint32_t normal, std::int32_t uv)
+    {
+        std::uint32_t* link = &m_first[vertex];
+        for (std::size_t turn = 0; *link != kNone; ++turn) {
+            const SplitVertex& known = m_split[*link];
+            if (known.uv == uv &&
+                (known.normal == normal || m_normals[known.normal] == m_normals[normal])) {
+                return *link;
+            }
+            if (turn == kMostInTurn) {
+                return inTable(vertex, normal, uv);
+            }
+            link = &m_split[*link].next;
+        }
+        const auto made = static_cast<std::uint32_t>(m_split.size());
+        *link = made; // before the list can move
+        m_split.push_back({vertex, normal, uv, kNone});
+        return made;
+    }
+
+    std::vector<SplitVertex> takeAll() { return std::move(m_split); }
+
+private:
+    std::uint32_t inTable(std::uint32_t vertex, std::uint32_t normal, std::int32_t uv)
+    {
+        const auto made = static_cast<std::uint32_t>(m_split.size());
+        const auto [at, isNew] =
+            m_table.try_emplace(keyOf(vertex, uv, normal, m_normals[normal]), made);
+        if (isNew) {
+            m_split.push_back({vertex, normal, uv, kNone});
+        }
+        return at->second;
+    }
+
+    std::span<const Vec3f> m_normals;
+    std::vector<SplitVertex> m_split;
+    std::vector<std::uint32_t> m_first; ///< by mesh vertex
+    std::unordered_map<SplitKey, std::uint32_t, SplitHash> m_table;
+};
+
 /// Finds or makes the vertex of each corner: `normalOfCorner` has normal ids on entry and vertices
 /// of the result afterwards.
 std::vector<SplitVertex> splitVertices(const MeshData& mesh,
@@ -71,32 +158,12 @@ std::vector<SplitVertex> splitVertices(const MeshData& mesh,
                                        std::span<const std::int32_t> uvs,
                                        std::vector<std::uint32_t>& normalOfCorner)
 {
-    std::vector<SplitVertex> split;
-    split.reserve(std::max<std::size_t>(mesh.topology->vertexCount, normals.size()));
-    std::vector<std::uint32_t> first(mesh.topology->vertexCount, kNone);
+    VertexSplitter splitter(mesh.topology->vertexCount, normals);
     forVisibleCorners(mesh, [&](std::uint32_t corner) {
-        const std::uint32_t vertex = vertices[corner];
-        const std::uint32_t normal = normalOfCorner[corner];
-        const std::int32_t uv = uvs.empty() ? -1 : uvs[corner];
-        std::uint32_t* link = &first[vertex];
-        while (*link != kNone) {
-            const SplitVertex& known = split[*link];
-            if (known.uv == uv &&
-                (known.normal == normal || normals[known.normal] == normals[normal])) {
-                break;
-            }
-            link = &split[*link].next;
-        }
-        if (*link == kNone) {
-            const auto made = static_cast<std::uint32_t>(split.size());
-            *link = made; // before the list can move
-            split.push_back({vertex, normal, uv, kNone});
-            normalOfCorner[corner] = made;
-            return;
-        }
-        normalOfCorner[corner] = *link;
+        normalOfCorner[corner] =
+            splitter.of(vertices[corner], normalOfCorner[corner], uvs.empty() ? -1 : uvs[corner]);
     });
-    return split;
+    return splitter.takeAll();
 }
 
 void fillVertices(std::span<const SplitVertex> split, std::span<const Vec3f> points,

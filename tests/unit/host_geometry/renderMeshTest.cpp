@@ -71,6 +71,35 @@ TEST(RenderMesh, DifferentUvIdsSplitEvenWhereTheirValuesAreEqual)
     EXPECT_EQ(result.uvs[6], (Vec2f{2, 1}));
 }
 
+/// Triangles around vertex 0, which has the texture coordinate k % uvs in triangle k; the rim has
+/// the last one throughout.
+MeshData fan(std::uint32_t triangles, std::uint32_t uvs)
+{
+    std::vector<Vec3f> points{{0, 0, 1}};
+    std::vector<std::vector<test::Loop>> faces;
+    std::vector<std::int32_t> corners;
+    for (std::uint32_t k = 0; k < triangles; ++k) {
+        const auto place = static_cast<float>(k);
+        points.push_back({place, place * place, 0});
+        faces.push_back({{0, k + 1, (k + 1) % triangles + 1}});
+        const auto rim = static_cast<std::int32_t>(uvs);
+        corners.insert(corners.end(), {static_cast<std::int32_t>(k % uvs), rim, rim});
+    }
+    MeshData mesh = meshOf(points, faces, 1);
+    mesh.uvSets.push_back(uvSet("map1", std::vector<Vec2f>(uvs + 1), corners));
+    return mesh;
+}
+
+TEST(RenderMesh, AVertexOfVeryManyFacesSplitsByItsTextureCoordinatesInLittleTime)
+{
+    // All smooth: one normal each. The middle splits into as many as it has coordinates, the rim
+    // stays whole. Comparing each of the 60,000 with all before it would take seconds.
+    for (const std::uint32_t uvs : {1U, 33U, 34U, 60'000U}) {
+        EXPECT_EQ(extractRenderMesh(fan(60'000, uvs), "map1").positions.size(), 60'000U + uvs)
+            << uvs;
+    }
+}
+
 TEST(RenderMesh, CornersWithoutUvHaveZeroAndDoNotShareWithOthers)
 {
     MeshData mesh = twoSquares();
