@@ -36,7 +36,7 @@ public:
     std::int32_t number_ = 1;
     std::int64_t ticks = 0;
     std::size_t timesUncomputed = 0;
-    bool isWaiting = false; ///< inputs are still to come
+    bool isWaiting = false;               ///< inputs are still to come
     host::Lack lack = host::Lack::Unsaid; ///< what was said last
 
     void set(std::string_view name, double number) { values[std::string(name)] = number; }

@@ -107,9 +107,8 @@ TEST_F(Report, CountsWhatWasReadAndWhatWasNot)
     }
     const auto report = nlohmann::json::parse(session.report());
     EXPECT_EQ(report["file"], session.currentFile());
-    EXPECT_EQ(report["meshes"],
-              nlohmann::json::parse(
-                  R"({"total": 5, "stored": 1, "computed": 0, "approximated": 1,
+    EXPECT_EQ(report["meshes"], nlohmann::json::parse(
+                                    R"({"total": 5, "stored": 1, "computed": 0, "approximated": 1,
                                         "approximatedInTexturesOnly": 0, "missing": 1,
                                         "empty": 1, "notAsked": 1})"));
     ASSERT_EQ(report["unknownNodeTypes"].size(), 1U);

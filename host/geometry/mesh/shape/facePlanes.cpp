@@ -26,9 +26,7 @@ std::vector<PolygonPlane> facePlanes(const MeshTopology& topology, std::span<con
 }
 
 LazyPlanes::LazyPlanes(const MeshData& mesh, const Matrix4& space)
-    : m_topology(*mesh.topology)
-    , m_points(pointsOf(mesh))
-    , m_space(space)
+    : m_topology(*mesh.topology), m_points(pointsOf(mesh)), m_space(space)
 {
 }
 
