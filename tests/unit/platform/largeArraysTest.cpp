@@ -4,9 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <memory>
-#include <new>
 #include <numeric>
 #include <vector>
 
@@ -34,13 +32,6 @@ TEST(LargeArrays, AreAlignedLikeAnyBlock)
         EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block.get()) % alignof(std::max_align_t), 0U)
             << bytes;
     }
-}
-
-TEST(LargeArrays, ThatNobodyCanHoldThrow)
-{
-    platform::expectLargeArrays();
-    std::vector<char> numbers;
-    EXPECT_THROW(numbers.reserve(std::numeric_limits<std::ptrdiff_t>::max()), std::bad_alloc);
 }
 
 } // namespace
