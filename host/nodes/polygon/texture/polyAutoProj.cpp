@@ -49,19 +49,10 @@ Expected<Value> compute(ComputeContext& context)
     const MeshTask task = takeMeshTask(context);
     const geometry::PlanesProjection projection = readProjection(context);
     const std::string setName = textInput(context, kSetName);
-    if (!context.isComplete() || task.isIdle()) {
-        return task.passed();
-    }
-    const auto faces =
-        namedComponents(task, geometry::kFaceComponents, task.mesh->topology->faceCount());
-    if (!faces) {
-        return meshResult(context, task, nullptr, Lack::Components);
-    }
-    if (faces->empty()) {
-        return task.passed();
-    }
-    context.noteLack(Lack::Textures);
-    return Value(geometry::projectFromPlanes(*task.mesh, setName, *faces, projection));
+    return computeOnFaces(context, task, [&](const auto& faces) {
+        context.noteLack(Lack::Textures);
+        return Value(geometry::projectFromPlanes(*task.mesh, setName, faces, projection));
+    });
 }
 
 } // namespace

@@ -29,20 +29,11 @@ Expected<Value> compute(ComputeContext& context)
     geometry::UvLayout layout = readLayout(context, kLayout, kScale, kSpace);
     layout.laysDown = context.number(kRotates, 0) != 0;
     const bool flipsReversed = flagInput(context, kFlipsReversed, true);
-    if (!context.isComplete() || task.isIdle()) {
-        return task.passed();
-    }
-    const auto faces =
-        namedComponents(task, geometry::kFaceComponents, task.mesh->topology->faceCount());
-    if (!faces) {
-        return meshResult(context, task, nullptr, Lack::Components);
-    }
-    if (faces->empty()) {
-        return task.passed();
-    }
-    context.noteLack(Lack::Textures);
-    return computeOnUvSet(context, task, setName, [&](const MeshData& mesh, std::size_t set) {
-        return geometry::layOutUvs(mesh, set, *faces, layout, flipsReversed);
+    return computeOnFaces(context, task, [&](const auto& faces) {
+        context.noteLack(Lack::Textures);
+        return computeOnUvSet(context, task, setName, [&](const MeshData& mesh, std::size_t set) {
+            return geometry::layOutUvs(mesh, set, faces, layout, flipsReversed);
+        });
     });
 }
 

@@ -27,6 +27,23 @@ Value computeOnUvSet(ComputeContext& context, const MeshTask& task, const std::s
                       Lack::Components);
 }
 
+/// The result of an operation on the faces that a node names, called with them once all inputs are
+/// there; passed on where it names none, and as an approximation where the mesh does not have them.
+template<class Operation>
+Expected<Value> computeOnFaces(ComputeContext& context, const MeshTask& task,
+                               const Operation& operation)
+{
+    if (!context.isComplete() || task.isIdle()) {
+        return task.passed();
+    }
+    const auto faces =
+        namedComponents(task, geometry::kFaceComponents, task.mesh->topology->faceCount());
+    if (!faces) {
+        return meshResult(context, task, nullptr, Lack::Components);
+    }
+    return faces->empty() ? task.passed() : operation(*faces);
+}
+
 /// The ids that a node names, as "map[...]" or as those that the corners of faces have. None where
 /// it names what the mesh does not have, or other kinds.
 inline std::optional<std::vector<std::uint32_t>> namedUvs(const MeshTask& task, std::size_t set)

@@ -75,21 +75,13 @@ Expected<Value> compute(ComputeContext& context)
     const UvProjection projection = readProjection(context, kind);
     const std::string setName = textInput(context, kSetName);
     const bool isBelieved = !kIsPlanar || flagInput(context, kIsPerspective, false);
-    if (!context.isComplete() || task.isIdle()) {
-        return task.passed();
-    }
-    const auto faces =
-        namedComponents(task, geometry::kFaceComponents, task.mesh->topology->faceCount());
-    if (!faces) {
-        return meshResult(context, task, nullptr, Lack::Components);
-    }
-    if (faces->empty()) {
-        return task.passed();
-    }
-    if (isBelieved) {
-        context.noteLack(Lack::Textures);
-    }
-    return meshResult(context, task, geometry::projectUvs(*task.mesh, setName, *faces, projection));
+    return computeOnFaces(context, task, [&](const auto& faces) {
+        if (isBelieved) {
+            context.noteLack(Lack::Textures);
+        }
+        return meshResult(context, task,
+                          geometry::projectUvs(*task.mesh, setName, faces, projection));
+    });
 }
 
 } // namespace
