@@ -1,5 +1,6 @@
 #!/bin/sh
-# Builds and runs all tests: release, AddressSanitizer + UndefinedBehaviorSanitizer, 64-bit Windows under Wine, the fuzzers for half a minute each.
+# Builds and runs all tests: release, AddressSanitizer + UndefinedBehaviorSanitizer, 64-bit Windows under Wine.
+# The fuzzers, which need clang and a build of their own, are tests/fuzz/run_fuzzers.sh; their seeds and findings run here as well.
 # Works again when run twice. ORV_CORPUS may name a folder of real scenes (see docs/testing.md); without it those tests say "skipped".
 set -e
 cd "$(dirname "$0")"
@@ -14,13 +15,7 @@ for preset in release dev windows; do
     cmake --preset "$preset" -DORV_TESTS=ON >/dev/null
     cmake --build --preset "$preset"
 done
-echo "== build the fuzzers, with clang"
-cmake --preset fuzz >/dev/null
-cmake --build --preset fuzz --target ascii_fuzzer binary_fuzzer
 run tools/lint.sh --no-tidy
-for format in ascii binary; do
-    run tests/fuzz/run_fuzzer.sh "build/fuzz/bin/${format}_fuzzer" "$(((${ORV_FUZZ_SECONDS:-60} + 1) / 2))"
-done
 # Wine makes its folder at the first start; two programs that start at once must not both try.
 export WINEPREFIX="$PWD/build/windows/wine"
 tools/wine.sh build/windows/bin/test_host_support.exe >/dev/null 2>&1 || true

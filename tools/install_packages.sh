@@ -1,5 +1,5 @@
 #!/bin/sh
-# Installs the Debian packages of the given purposes (build, test, lint, bench): install_packages.sh build test
+# Installs the Debian packages of the given purposes (build, test, fuzz, lint, bench): install_packages.sh build test
 # Does nothing for packages that are there already. Needs root where something is missing.
 set -e
 here=$(dirname "$0")
