@@ -3,6 +3,7 @@ set(SOURCES
     AtomicFile.cpp
     ChildProcessPosix.cpp
     ChildProcessWindows.cpp
+    LargeBlocks.cpp
     MappedFile.cpp
     OwnedHandle.cpp
     clock.cpp

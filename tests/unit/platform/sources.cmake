@@ -1,6 +1,7 @@
 set(SOURCES
     AtomicFileTest.cpp
     ChildProcessTest.cpp
+    LargeBlocksTest.cpp
     MappedFileTest.cpp
     clockTest.cpp
     dllFolderTest.cpp
