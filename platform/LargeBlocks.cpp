@@ -1,6 +1,6 @@
-#include "platform/LargeBlocks.h"
-
 #ifdef __linux__
+
+#include "platform/LargeBlocks.h"
 
 #include <sys/mman.h>
 
