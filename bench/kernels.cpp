@@ -94,6 +94,7 @@ SharedMesh deepCopy(const MeshData& mesh)
 {
     auto copy = std::make_shared<MeshData>(mesh);
     copy->topology = copyOf(mesh.topology);
+    copy->edgeSmooth = copyOf(mesh.edgeSmooth);
     copy->points = copyOf(mesh.points);
     for (UvSet& set : copy->uvSets) {
         set.points = copyOf(set.points);
@@ -372,7 +373,7 @@ std::size_t changesOf(const MeshData& mesh, const MeshData& plane)
         turned += mesh.topology->corners[corner] == plane.topology->corners[corner] ? 0U : 1U;
     }
     return turned + differing(*mesh.points, *plane.points) +
-           differing(mesh.topology->edgeSmooth, plane.topology->edgeSmooth) +
+           differing(mesh.edgeFlags(), plane.edgeFlags()) +
            differing(*mesh.uvSets.at(0).points, *plane.uvSets.at(0).points);
 }
 

@@ -141,7 +141,7 @@ void add(PayloadText& text, const geometry::MeshData& data)
     for (std::size_t i = 0; i < data.topology->edges.size(); ++i) {
         text.add(static_cast<double>(data.topology->edges[i].start));
         text.add(static_cast<double>(data.topology->edges[i].end));
-        text.add(data.topology->edgeSmooth[i] != 0 ? 1.0 : 0.0);
+        text.add(data.isSmooth(static_cast<std::uint32_t>(i)) ? 1.0 : 0.0);
     }
     addCounted(text, "corners", data.topology->corners);
     addCounted(text, "loopStart", data.topology->loopStart);

@@ -159,6 +159,7 @@ std::shared_ptr<const MeshData> MeshAssembly::build(PolyFaces&& faces)
     report(built.damage.looseLoops, "loose loops");
 
     m_mesh.topology = std::make_shared<const geometry::MeshTopology>(std::move(built.topology));
+    m_mesh.edgeSmooth = geometry::shareEdgeFlags(std::move(built.edgeSmooth));
     m_mesh.points = std::make_shared<const std::vector<Vec3f>>(std::move(points));
     takeUvSets(faces, built.damage, m_mesh.topology->corners.size());
     auto normals = takeVectors("normals", 1e20F);

@@ -57,7 +57,7 @@ void MeshSurface::gather(const MeshData& mesh, const UvSet& set)
     if (points.size() < topology.vertexCount) {
         return;
     }
-    const NormalIds ids = computeNormalIds(topology);
+    const NormalIds ids = computeNormalIds(mesh);
     const std::vector<Vec3f> normals = computeNormals(
         topology, vertices, points, mesh.normalWeighting, ids, lockedNormalsOf(mesh));
     const Triangulation cut = triangulate(topology, vertices, points, mesh.quadSplit);

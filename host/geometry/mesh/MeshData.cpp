@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <functional>
 #include <span>
+#include <utility>
 
 namespace host::geometry {
 namespace {
@@ -23,10 +24,9 @@ bool isRunTable(std::span<const std::uint32_t> starts, std::size_t total)
 bool hasValidEdges(const MeshTopology& topology)
 {
     const std::uint32_t count = topology.vertexCount;
-    return topology.edgeSmooth.size() == topology.edges.size() &&
-           std::all_of(topology.edges.begin(), topology.edges.end(), [count](const MeshEdge& edge) {
-               return edge.start < count && edge.end < count;
-           });
+    return std::all_of(topology.edges.begin(), topology.edges.end(), [count](const MeshEdge& edge) {
+        return edge.start < count && edge.end < count;
+    });
 }
 
 bool hasValidReferences(const MeshTopology& topology)
@@ -108,12 +108,28 @@ bool hasValidCreases(const MeshData& mesh)
 
 } // namespace
 
+EdgeFlags MeshData::edgeFlags() const
+{
+    return edgeSmooth != nullptr ? *edgeSmooth : EdgeFlags(topology->edges.size(), 1);
+}
+
+std::shared_ptr<const EdgeFlags> shareEdgeFlags(EdgeFlags&& flags)
+{
+    const auto isHard = [](std::uint8_t flag) { return flag != 1; };
+    return std::any_of(flags.begin(), flags.end(), isHard)
+               ? std::make_shared<const EdgeFlags>(std::move(flags))
+               : nullptr;
+}
+
 bool isConsistent(const MeshData& mesh)
 {
     if (!mesh.topology || sizeOf(mesh.points) != mesh.topology->vertexCount) {
         return false;
     }
     const MeshTopology& topology = *mesh.topology;
+    if (mesh.edgeSmooth != nullptr && mesh.edgeSmooth->size() != topology.edges.size()) {
+        return false;
+    }
     if (!hasValidEdges(topology) || !hasValidReferences(topology) || !hasValidRuns(topology) ||
         !hasClosedLoops(topology)) {
         return false;
@@ -142,10 +158,11 @@ std::size_t ownedBytes(const MeshData& mesh)
     };
     if (mesh.topology.use_count() == 1) {
         const MeshTopology& topology = *mesh.topology;
-        bytes += topology.edges.size() * sizeof(MeshEdge) + topology.edgeSmooth.size() +
+        bytes += topology.edges.size() * sizeof(MeshEdge) +
                  topology.corners.size() * sizeof(std::int32_t) +
                  (topology.loopStart.size() + topology.faceLoop.size()) * sizeof(std::uint32_t);
     }
+    add(mesh.edgeSmooth);
     add(mesh.points);
     add(mesh.lockedNormals);
     for (const UvSet& set : mesh.uvSets) {

@@ -25,8 +25,7 @@ struct MeshEdge {
 struct MeshTopology {
     std::uint32_t vertexCount = 0;
     std::vector<MeshEdge> edges;
-    std::vector<std::uint8_t> edgeSmooth; ///< 1 smooth, 0 hard; one per edge
-    std::vector<std::int32_t> corners;    ///< edge references, loop after loop
+    std::vector<std::int32_t> corners; ///< edge references, loop after loop
     std::vector<std::uint32_t>
         loopStart; ///< first corner of each loop, and the number of corners as last entry
     std::vector<std::uint32_t> faceLoop; ///< first loop of each face, and the number of loops as
@@ -55,6 +54,9 @@ struct MeshTopology {
                               : edges[static_cast<std::uint32_t>(-(reference + 1))].end;
     }
 };
+
+/// Whether edges are smooth, one entry each: 1 smooth, 0 hard.
+using EdgeFlags = std::vector<std::uint8_t>;
 
 /// One set of texture coordinates. `corners` has one id into `points` per corner of the topology,
 /// -1 for none; empty: no face has any.
@@ -106,6 +108,7 @@ struct MeshCreases {
 
 struct MeshData {
     std::shared_ptr<const MeshTopology> topology; ///< never null
+    std::shared_ptr<const EdgeFlags> edgeSmooth;  ///< null: all edges are smooth
     std::shared_ptr<const std::vector<Vec3f>>
         points; ///< centimetres, object space; topology->vertexCount entries
     std::shared_ptr<const std::vector<Vec3f>>
@@ -119,7 +122,17 @@ struct MeshData {
     std::shared_ptr<const MeshCreases> creases; ///< may be null
     NormalWeighting normalWeighting = NormalWeighting::AngleAndArea;
     QuadSplit quadSplit = QuadSplit::BestShape;
+
+    bool isSmooth(std::uint32_t edge) const
+    {
+        return edgeSmooth == nullptr || (*edgeSmooth)[edge] != 0;
+    }
+    /// A copy of the flags of all edges, which are there even where all are smooth.
+    EdgeFlags edgeFlags() const;
 };
+
+/// The flags as meshes hold them: null where all edges are smooth.
+std::shared_ptr<const EdgeFlags> shareEdgeFlags(EdgeFlags&& flags);
 
 /// True when counts and indices of all parts fit each other, so that kernels need no check of their
 /// own.

@@ -46,13 +46,13 @@ void TopologyBuilder::takeEdges(std::span<const std::int32_t> triples)
     MeshTopology& topology = m_built.topology;
     const std::size_t count = std::min(triples.size() / 3, kMaxCorners);
     topology.edges.resize(count);
-    topology.edgeSmooth.resize(count);
+    m_built.edgeSmooth.resize(count);
     for (std::size_t edge = 0; edge < count; ++edge) {
         const auto start = static_cast<std::uint32_t>(triples[3 * edge]);
         const auto end = static_cast<std::uint32_t>(triples[3 * edge + 1]);
         if (start < topology.vertexCount && end < topology.vertexCount) {
             topology.edges[edge] = {start, end};
-            topology.edgeSmooth[edge] = triples[3 * edge + 2] != 0 ? 1 : 0;
+            m_built.edgeSmooth[edge] = triples[3 * edge + 2] != 0 ? 1 : 0;
             continue;
         }
         m_isBadEdge.resize(count);
@@ -61,7 +61,7 @@ void TopologyBuilder::takeEdges(std::span<const std::int32_t> triples)
     }
     if (topology.vertexCount == 0) { // not even (0, 0) would be a valid edge
         topology.edges.clear();
-        topology.edgeSmooth.clear();
+        m_built.edgeSmooth.clear();
     }
 }
 

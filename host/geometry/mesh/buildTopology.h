@@ -40,6 +40,7 @@ struct FaceLists {
 
 struct BuiltTopology {
     MeshTopology topology;
+    EdgeFlags edgeSmooth; ///< one per edge
     TopologyDamage damage;
 };
 

@@ -69,8 +69,9 @@ void joinAcross(EdgeCorners& edge, std::uint32_t atStart, std::uint32_t atEnd, C
 
 } // namespace
 
-NormalIds computeNormalIds(const MeshTopology& topology)
+NormalIds computeNormalIds(const MeshData& mesh)
 {
+    const MeshTopology& topology = *mesh.topology;
     CornerSets sets(topology.corners.size());
     {
         std::vector<EdgeCorners> edges(topology.edges.size());
@@ -82,7 +83,7 @@ NormalIds computeNormalIds(const MeshTopology& topology)
                 const bool isForward = reference >= 0;
                 const auto edge =
                     static_cast<std::uint32_t>(isForward ? reference : -(reference + 1));
-                if (topology.edgeSmooth[edge] == 0) {
+                if (!mesh.isSmooth(edge)) {
                     continue;
                 }
                 const std::uint32_t next = corner + 1 == end ? first : corner + 1;

@@ -17,7 +17,7 @@ struct NormalIds {
 };
 
 /// Near-linear in the corners. An edge with more than two faces joins them all.
-NormalIds computeNormalIds(const MeshTopology& topology);
+NormalIds computeNormalIds(const MeshData& mesh);
 
 /// One unit normal per id.
 ///

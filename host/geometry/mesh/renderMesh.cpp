@@ -192,7 +192,7 @@ RenderMesh extractRenderMesh(const MeshData& mesh, std::string_view uvSetName)
     std::vector<std::uint32_t> vertexOfCorner;
     {
         std::vector<std::uint32_t> vertices = cornerVertices(topology);
-        NormalIds ids = computeNormalIds(topology);
+        NormalIds ids = computeNormalIds(mesh);
         const std::vector<Vec3f> normals = computeNormals(
             topology, vertices, points, mesh.normalWeighting, ids, lockedNormalsOf(mesh));
         vertexOfCorner = std::move(ids.ofCorner);

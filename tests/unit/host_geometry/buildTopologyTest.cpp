@@ -20,11 +20,12 @@ BuiltTopology build(const Lists& lists, std::uint32_t vertexCount = 4)
                          {lists.corners, lists.loopSizes, lists.faceLoopCounts});
 }
 
-MeshData meshFrom(const MeshTopology& topology)
+MeshData meshFrom(const BuiltTopology& built)
 {
     MeshData mesh;
-    mesh.topology = std::make_shared<const MeshTopology>(topology);
-    mesh.points = std::make_shared<const std::vector<Vec3f>>(topology.vertexCount);
+    mesh.topology = std::make_shared<const MeshTopology>(built.topology);
+    mesh.edgeSmooth = std::make_shared<const EdgeFlags>(built.edgeSmooth);
+    mesh.points = std::make_shared<const std::vector<Vec3f>>(built.topology.vertexCount);
     return mesh;
 }
 
@@ -36,10 +37,10 @@ TEST(BuildTopology, TakesGoodListsAsTheyAre)
     EXPECT_EQ(t.faceCount(), 2U);
     EXPECT_TRUE(t.faceLoop.empty());
     EXPECT_EQ(t.loopStart, (std::vector<std::uint32_t>{0, 3, 6}));
-    EXPECT_EQ(t.edgeSmooth, (std::vector<std::uint8_t>{0, 1, 1, 0, 0}));
+    EXPECT_EQ(built.edgeSmooth, (std::vector<std::uint8_t>{0, 1, 1, 0, 0}));
     EXPECT_EQ(t.cornerVertex(3), 0U); // -3: edge 2 (2-0) backwards
     EXPECT_EQ(t.cornerVertex(4), 2U);
-    EXPECT_TRUE(isConsistent(meshFrom(t)));
+    EXPECT_TRUE(isConsistent(meshFrom(built)));
 }
 
 TEST(BuildTopology, MovesTheCornersWithoutACopy)
@@ -68,7 +69,7 @@ TEST(BuildTopology, OpenLoopEmptiesItsFaceAndKeepsTheNumbers)
     EXPECT_EQ(built.topology.faceCount(), 2U);
     EXPECT_EQ(built.topology.firstCorner(0), built.topology.endCorner(0));
     EXPECT_EQ(built.topology.corners, (std::vector<std::int32_t>{-3, 3, 4}));
-    EXPECT_TRUE(isConsistent(meshFrom(built.topology)));
+    EXPECT_TRUE(isConsistent(meshFrom(built)));
 }
 
 TEST(BuildTopology, LoopThatDoesNotReturnToItsStartIsOpen)
@@ -88,7 +89,7 @@ TEST(BuildTopology, EdgeReferencesOutOfRangeEmptyTheirFaces)
         const BuiltTopology built = build(lists);
         EXPECT_EQ(built.damage.badFaces, 1U) << reference;
         EXPECT_EQ(built.topology.corners, (std::vector<std::int32_t>{0, 1, 2}));
-        EXPECT_TRUE(isConsistent(meshFrom(built.topology)));
+        EXPECT_TRUE(isConsistent(meshFrom(built)));
     }
 }
 
@@ -102,7 +103,7 @@ TEST(BuildTopology, EdgeOnAMissingVertexKeepsItsNumberButHasNoFace)
         EXPECT_EQ(built.damage.badFaces, 1U);
         EXPECT_EQ(built.topology.edges.size(), 5U);
         EXPECT_EQ(built.topology.edges[4].start, 3U);
-        EXPECT_TRUE(isConsistent(meshFrom(built.topology)));
+        EXPECT_TRUE(isConsistent(meshFrom(built)));
     }
 }
 
@@ -113,7 +114,7 @@ TEST(BuildTopology, MeshWithoutVerticesKeepsItsEmptyFaces)
     EXPECT_EQ(built.damage.badEdges, 5U);
     EXPECT_EQ(built.topology.faceCount(), 2U);
     EXPECT_TRUE(built.topology.corners.empty());
-    EXPECT_TRUE(isConsistent(meshFrom(built.topology)));
+    EXPECT_TRUE(isConsistent(meshFrom(built)));
 }
 
 TEST(BuildTopology, LoopLongerThanTheCornersIsBad)
@@ -145,7 +146,7 @@ TEST(BuildTopology, FaceWithoutLoopsIsEmpty)
     EXPECT_EQ(built.topology.firstCorner(1), 0U);
     EXPECT_EQ(built.topology.endCorner(2), 6U);
     EXPECT_EQ(built.topology.endCorner(3), 6U);
-    EXPECT_TRUE(isConsistent(meshFrom(built.topology)));
+    EXPECT_TRUE(isConsistent(meshFrom(built)));
 }
 
 // A square 0 1 2 3 with two triangular holes 4 5 6 and 7 8 9.
@@ -174,7 +175,7 @@ TEST(BuildTopology, BadHoleIsClosedAndTheFaceKept)
     EXPECT_EQ(built.damage.droppedCorners, (std::vector<CornerRun>{{4, 7}}));
     EXPECT_EQ(built.topology.loopCount(), 2U);
     EXPECT_EQ(built.topology.endCorner(0), 7U);
-    EXPECT_TRUE(isConsistent(meshFrom(built.topology)));
+    EXPECT_TRUE(isConsistent(meshFrom(built)));
 }
 
 TEST(BuildTopology, BadOuterLoopTakesItsHolesAlong)
@@ -187,7 +188,7 @@ TEST(BuildTopology, BadOuterLoopTakesItsHolesAlong)
     EXPECT_EQ(built.damage.droppedCorners, (std::vector<CornerRun>{{0, 10}}));
     EXPECT_EQ(built.topology.faceCount(), 1U);
     EXPECT_EQ(built.topology.loopCount(), 1U);
-    EXPECT_TRUE(isConsistent(meshFrom(built.topology)));
+    EXPECT_TRUE(isConsistent(meshFrom(built)));
 }
 
 TEST(RemoveCorners, TakesOutTheDroppedRuns)
@@ -227,7 +228,12 @@ TEST(IsConsistent, TellsEveryKindOfMisfit)
     }));
     EXPECT_TRUE(broken([](MeshData& m, MeshTopology&) { m.points = nullptr; }));
     EXPECT_TRUE(broken([](MeshData&, MeshTopology& t) { t.edges[0].end = 4; }));
-    EXPECT_TRUE(broken([](MeshData&, MeshTopology& t) { t.edgeSmooth.pop_back(); }));
+    EXPECT_FALSE(broken([](MeshData& m, MeshTopology&) {
+        m.edgeSmooth = std::make_shared<const EdgeFlags>(5, std::uint8_t{1});
+    }));
+    EXPECT_TRUE(broken([](MeshData& m, MeshTopology&) {
+        m.edgeSmooth = std::make_shared<const EdgeFlags>(4, std::uint8_t{1});
+    }));
     EXPECT_TRUE(broken([](MeshData&, MeshTopology& t) { t.corners[0] = 5; }));
     EXPECT_TRUE(broken([](MeshData&, MeshTopology& t) { t.corners[0] = -6; }));
     EXPECT_TRUE(broken([](MeshData&, MeshTopology& t) { t.corners[0] = 1; }));

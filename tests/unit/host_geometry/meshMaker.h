@@ -73,6 +73,7 @@ inline MeshData meshOfLists(const std::vector<Vec3f>& points, const Lists& lists
     EXPECT_TRUE(built.damage.isNone());
     MeshData mesh;
     mesh.topology = std::make_shared<const MeshTopology>(std::move(built.topology));
+    mesh.edgeSmooth = shareEdgeFlags(std::move(built.edgeSmooth));
     mesh.points = std::make_shared<const std::vector<Vec3f>>(points);
     EXPECT_TRUE(isConsistent(mesh));
     return mesh;

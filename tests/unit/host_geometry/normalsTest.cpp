@@ -20,8 +20,7 @@ using test::meshOfLists;
 std::vector<Vec3f> normalsOf(const MeshData& mesh)
 {
     return computeNormals(*mesh.topology, cornerVertices(*mesh.topology), pointsOf(mesh),
-                          mesh.normalWeighting, computeNormalIds(*mesh.topology),
-                          lockedNormalsOf(mesh));
+                          mesh.normalWeighting, computeNormalIds(mesh), lockedNormalsOf(mesh));
 }
 
 void expectDirection(const Vec3f& actual, const Vec3d& direction)
@@ -34,7 +33,7 @@ void expectDirection(const Vec3f& actual, const Vec3d& direction)
 
 TEST(NormalIds, EveryCornerHasItsOwnWhenAllEdgesAreHard)
 {
-    const NormalIds ids = computeNormalIds(*meshOf(kCubePoints, kCubeFaces, 0).topology);
+    const NormalIds ids = computeNormalIds(meshOf(kCubePoints, kCubeFaces, 0));
     EXPECT_EQ(ids.count, 24U);
     for (std::uint32_t corner = 0; corner < 24; ++corner) {
         EXPECT_EQ(ids.ofCorner[corner], corner);
@@ -43,7 +42,7 @@ TEST(NormalIds, EveryCornerHasItsOwnWhenAllEdgesAreHard)
 
 TEST(NormalIds, OnePerVertexInOrderOfFirstVisitWhenAllEdgesAreSmooth)
 {
-    const NormalIds ids = computeNormalIds(*meshOf(kCubePoints, kCubeFaces, 1).topology);
+    const NormalIds ids = computeNormalIds(meshOf(kCubePoints, kCubeFaces, 1));
     EXPECT_EQ(ids.count, 8U);
     // front 0 1 3 2, top 2 3 5 4, back 4 5 7 6, bottom 6 7 1 0, right 1 7 5 3, left 6 0 2 4:
     // the vertices are met in the order 0 1 3 2 5 4 7 6.
@@ -57,7 +56,7 @@ TEST(NormalIds, ASmoothEdgeJoinsItsTwoFacesAtBothEndsOnly)
     // Cube with one smooth edge, 2-3 between front and top.
     test::Lists lists = listsOf(kCubeFaces, 0);
     test::setEdges(lists, {{2, 3}}, 1);
-    const NormalIds ids = computeNormalIds(*meshOfLists(kCubePoints, lists).topology);
+    const NormalIds ids = computeNormalIds(meshOfLists(kCubePoints, lists));
     EXPECT_EQ(ids.count, 22U);
     EXPECT_EQ(ids.ofCorner[4], ids.ofCorner[3]); // vertex 2: first of top, last of front
     EXPECT_EQ(ids.ofCorner[5], ids.ofCorner[2]); // vertex 3
@@ -75,14 +74,14 @@ TEST(NormalIds, HardSpokesPartTheFacesRoundAVertexIntoFans)
         {{0, 1, 4, 3}}, {{1, 2, 5, 4}}, {{3, 4, 7, 6}}, {{4, 5, 8, 7}}};
     test::Lists lists = listsOf(faces, 1);
     test::setEdges(lists, {{1, 4}, {4, 7}}, 0);
-    const NormalIds ids = computeNormalIds(*meshOfLists(points, lists).topology);
+    const NormalIds ids = computeNormalIds(meshOfLists(points, lists));
     // Corner of vertex 4: 2 (face 0), 7 (face 1), 9 (face 2), 12 (face 3).
     EXPECT_EQ(ids.ofCorner[2], ids.ofCorner[9]);
     EXPECT_EQ(ids.ofCorner[7], ids.ofCorner[12]);
     EXPECT_NE(ids.ofCorner[2], ids.ofCorner[7]);
     // A single hard spoke parts nothing: the way round the other side is still smooth.
     test::setEdges(lists, {{4, 7}}, 1);
-    const NormalIds closed = computeNormalIds(*meshOfLists(points, lists).topology);
+    const NormalIds closed = computeNormalIds(meshOfLists(points, lists));
     EXPECT_EQ(closed.ofCorner[2], closed.ofCorner[7]);
     EXPECT_EQ(closed.ofCorner[2], closed.ofCorner[12]);
 }
@@ -90,7 +89,7 @@ TEST(NormalIds, HardSpokesPartTheFacesRoundAVertexIntoFans)
 TEST(NormalIds, FansThatMeetOnlyInTheVertexStayApart)
 {
     const std::vector<Vec3f> points{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {-1, 0, 0}, {0, -1, 0}};
-    const NormalIds ids = computeNormalIds(*meshOf(points, {{{0, 1, 2}}, {{0, 3, 4}}}, 1).topology);
+    const NormalIds ids = computeNormalIds(meshOf(points, {{{0, 1, 2}}, {{0, 3, 4}}}, 1));
     EXPECT_EQ(ids.count, 6U);
     EXPECT_NE(ids.ofCorner[0], ids.ofCorner[3]);
 }
@@ -99,7 +98,7 @@ TEST(NormalIds, ThreeFacesOnOneSmoothEdgeAreJoined)
 {
     const std::vector<Vec3f> points{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, -1, 0}, {0, 0, 1}};
     const NormalIds ids =
-        computeNormalIds(*meshOf(points, {{{0, 1, 2}}, {{1, 0, 3}}, {{0, 1, 4}}}, 1).topology);
+        computeNormalIds(meshOf(points, {{{0, 1, 2}}, {{1, 0, 3}}, {{0, 1, 4}}}, 1));
     EXPECT_EQ(ids.count, 5U);
 }
 
@@ -107,8 +106,7 @@ TEST(NormalIds, HolesCountAsLoops)
 {
     const std::vector<Vec3f> points{{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0},
                                     {1, 1, 0}, {1, 2, 0}, {2, 1, 0}};
-    const NormalIds ids =
-        computeNormalIds(*meshOf(points, {{{0, 1, 2, 3}, {4, 5, 6}}}, 1).topology);
+    const NormalIds ids = computeNormalIds(meshOf(points, {{{0, 1, 2, 3}, {4, 5, 6}}}, 1));
     EXPECT_EQ(ids.ofCorner, (std::vector<std::uint32_t>{0, 1, 2, 3, 4, 5, 6}));
 }
 
@@ -194,7 +192,7 @@ TEST(Normals, SmoothSphereIsCloseToTheRadius)
         }
     }
     const MeshData mesh = meshOf(points, faces, 1);
-    const NormalIds ids = computeNormalIds(*mesh.topology);
+    const NormalIds ids = computeNormalIds(mesh);
     EXPECT_EQ(ids.count, points.size());
     const std::vector<Vec3f> normals = normalsOf(mesh);
     for (std::uint32_t corner = 0; corner < ids.ofCorner.size(); ++corner) {
@@ -254,7 +252,7 @@ TEST(Normals, DegenerateFacesNeverGiveNan)
         EXPECT_NEAR(length(toDouble(normal)), 1, 1e-6);
     }
     // The vertex that the good face shares with degenerate ones has the good one's normal.
-    EXPECT_EQ(normals[computeNormalIds(*mesh.topology).ofCorner[6]], (Vec3f{0, 0, 1}));
+    EXPECT_EQ(normals[computeNormalIds(mesh).ofCorner[6]], (Vec3f{0, 0, 1}));
 }
 
 TEST(Normals, NotFinitePointsGiveUnitNormals)

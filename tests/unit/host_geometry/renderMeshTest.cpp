@@ -235,6 +235,7 @@ TEST(RenderMesh, RandomListsNeverBreakIt)
         }
         MeshData mesh;
         mesh.topology = std::make_shared<const MeshTopology>(std::move(built.topology));
+        mesh.edgeSmooth = shareEdgeFlags(std::move(built.edgeSmooth));
         mesh.points = std::make_shared<const std::vector<Vec3f>>(points);
         mesh.uvSets.push_back(uvSet("map1", {{0, 0}, {1, 1}}, uvs));
         ASSERT_TRUE(isConsistent(mesh)) << "round " << round;

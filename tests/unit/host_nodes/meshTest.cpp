@@ -24,7 +24,6 @@ MeshData triangles(std::uint32_t faceCount, float x)
     MeshTopology topology;
     topology.vertexCount = 3;
     topology.edges = {{0, 1}, {1, 2}, {2, 0}};
-    topology.edgeSmooth = {1, 1, 1};
     topology.loopStart.push_back(0);
     for (std::uint32_t face = 0; face < faceCount; ++face) {
         topology.corners.insert(topology.corners.end(), {0, 1, 2});

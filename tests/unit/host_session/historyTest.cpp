@@ -69,8 +69,8 @@ TEST_F(History, MovesPointsAndSoftensEdgesOfACube)
     EXPECT_EQ((*mesh->points)[0], (Vec3f{-0.5F, -0.5F, 0.5F}));
     EXPECT_EQ((*mesh->points)[1], (Vec3f{1.5F, -0.5F, 0.5F}));
     EXPECT_EQ(cornersOf(*mesh, 4), (std::vector<std::uint32_t>{1, 7, 5, 3}));
-    EXPECT_EQ(mesh->topology->edgeSmooth, std::vector<std::uint8_t>(12, 1));
-    EXPECT_EQ(given("cube")->topology->edgeSmooth, std::vector<std::uint8_t>(12, 0));
+    EXPECT_EQ(mesh->edgeFlags(), std::vector<std::uint8_t>(12, 1));
+    EXPECT_EQ(given("cube")->edgeFlags(), std::vector<std::uint8_t>(12, 0));
     EXPECT_EQ(given("moved")->topology, given("cube")->topology); // shared, not copied
     EXPECT_EQ(mesh->points, given("moved")->points);
     EXPECT_EQ(outcome(), "computed");
@@ -227,7 +227,7 @@ TEST_F(History, OfDifferentOperationsSharesWhatEachLeavesAlone)
     const auto mesh = shape();
     EXPECT_EQ((*mesh->points)[7], (Vec3f{300.5F, -0.5F, -0.5F}));
     EXPECT_EQ((*mesh->uvSets[0].points)[0], (host::Vec2f{0.375F + 150, 0}));
-    EXPECT_EQ(mesh->topology->edgeSmooth[0], 1);
+    EXPECT_EQ(mesh->edgeFlags()[0], 1);
     EXPECT_EQ(given("n898")->points, given("n897")->points);     // texture coordinates moved
     EXPECT_EQ(given("n898")->topology, given("n897")->topology); //
     EXPECT_EQ(given("n899")->points, given("n898")->points);     // an edge softened

@@ -90,7 +90,7 @@ TEST_F(Meshes, ContinueTheirListsOverSeveralStatements)
         setAttr ".fc[1]" f 3 -3 -2 -1 ;)");
     const auto triangle = mesh("m");
     EXPECT_EQ(triangle->topology->faceCount(), 2U);
-    EXPECT_EQ(triangle->topology->edgeSmooth, (std::vector<std::uint8_t>{0, 1, 0}));
+    EXPECT_EQ(triangle->edgeFlags(), (std::vector<std::uint8_t>{0, 1, 0}));
 }
 
 TEST_F(Meshes, HaveTheirTextureCoordinatesBySet)

@@ -67,6 +67,7 @@ public:
             m_uvSets.push_back(
                 {"map1", share(std::move(m_uvPoints)), share(std::move(m_uvCorners))});
         }
+        mesh.edgeSmooth = geometry::shareEdgeFlags(std::move(m_edgeSmooth));
         mesh.topology = share(std::move(m_topology));
         mesh.points = share(std::move(m_points));
         mesh.uvSets = std::move(m_uvSets);
@@ -127,7 +128,7 @@ private:
             const bool isSmooth = m_cursor.takeIf("smooth");
             const bool isHard = !isSmooth && m_cursor.takeIf("hard");
             const bool isNumber = !isSmooth && !isHard;
-            m_topology.edgeSmooth.push_back(isSmooth || (isNumber && m_cursor.number() != 0));
+            m_edgeSmooth.push_back(isSmooth || (isNumber && m_cursor.number() != 0));
         }
     }
 
@@ -202,6 +203,7 @@ private:
 
     Cursor& m_cursor;
     MeshTopology m_topology;
+    geometry::EdgeFlags m_edgeSmooth;
     std::vector<std::uint32_t> m_faceLoop;
     std::vector<Vec3f> m_points;
     std::vector<Vec2f> m_uvPoints;

@@ -450,6 +450,7 @@ private:
         }
         mesh.currentUvSet = mesh.uvSets.empty() ? std::string() : mesh.uvSets.front().name;
         mesh.topology = std::make_shared<const geometry::MeshTopology>(std::move(built.topology));
+        mesh.edgeSmooth = geometry::shareEdgeFlags(std::move(built.edgeSmooth));
         mesh.points = std::move(points);
         return Value::of(std::move(mesh));
     }

@@ -67,7 +67,7 @@ std::vector<std::uint32_t> ownedBy(const std::vector<std::uint32_t>& owners,
 } // namespace
 
 MeshRewriter::MeshRewriter(const MeshData& before)
-    : m_before(before), m_edges(before.topology->edges), m_edgeSmooth(before.topology->edgeSmooth)
+    : m_before(before), m_edges(before.topology->edges), m_edgeSmooth(before.edgeFlags())
 {
     if (before.creases != nullptr) {
         m_edgeSource.resize(before.topology->edges.size());
@@ -392,7 +392,6 @@ MeshTopology MeshRewriter::takeTopology()
     MeshTopology topology;
     topology.vertexCount = static_cast<std::uint32_t>(m_points.size());
     topology.edges = std::move(m_edges);
-    topology.edgeSmooth = std::move(m_edgeSmooth);
     topology.corners = std::move(m_corners);
     topology.loopStart = std::move(m_loopStart);
     if (m_hasHoles) {
@@ -427,6 +426,7 @@ std::shared_ptr<const MeshData> MeshRewriter::finish(const Cleaning& cleaning)
         mesh->uvSets[set].corners = std::make_shared<const Ids>(std::move(m_uvSets[set].corners));
     }
     mesh->topology = std::make_shared<const MeshTopology>(takeTopology());
+    mesh->edgeSmooth = shareEdgeFlags(std::move(m_edgeSmooth));
     mesh->points = std::make_shared<const std::vector<Vec3f>>(std::move(m_points));
     return isConsistent(*mesh) ? mesh : nullptr;
 }

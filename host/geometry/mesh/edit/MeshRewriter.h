@@ -32,7 +32,7 @@ public:
     // --- parts; those of the mesh before keep their numbers
     std::vector<Vec3f>& points() { return m_points; }
     std::vector<MeshEdge>& edges() { return m_edges; }
-    std::vector<std::uint8_t>& edgeSmooth() { return m_edgeSmooth; }
+    EdgeFlags& edgeSmooth() { return m_edgeSmooth; }
     std::size_t uvSetCount() const { return m_uvSets.size(); }
     std::vector<Vec2f>& uvPoints(std::size_t set) { return m_uvSets[set].points; }
     /// `source`: the point of the mesh before of which it is a part, and in whose groups it is.
@@ -97,7 +97,7 @@ private:
     bool m_hasHoles = false;
     std::vector<Vec3f> m_points;
     std::vector<MeshEdge> m_edges;
-    std::vector<std::uint8_t> m_edgeSmooth;
+    EdgeFlags m_edgeSmooth;
     std::vector<std::uint32_t> m_edgeSource; ///< of each edge; empty where nothing is creased
     std::vector<std::int32_t> m_corners;
     std::vector<std::uint32_t> m_loopStart{0};

@@ -106,7 +106,7 @@ private:
         }
         const bool isOld = source != kNoSource;
         const std::uint32_t edge =
-            m_rewriter.addEdge(from, to, isOld && m_topology.edgeSmooth[source] != 0, source);
+            m_rewriter.addEdge(from, to, isOld && m_rewriter.before().isSmooth(source), source);
         m_table.add(from, to, edge);
         if (!isOld) {
             markSmoothByAngle(m_rewriter, edge);

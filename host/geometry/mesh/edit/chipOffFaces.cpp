@@ -122,7 +122,7 @@ std::uint32_t FaceChipper::edgeFor(std::uint32_t edge)
     std::uint32_t& now = m_edgeNow[edge];
     if (now == kNone) {
         if (m_isEdgeTaken[edge]) {
-            now = m_rewriter.addEdge(start, end, m_topology.edgeSmooth[edge] != 0, edge);
+            now = m_rewriter.addEdge(start, end, m_rewriter.before().isSmooth(edge), edge);
         } else {
             m_rewriter.edges()[edge] = {start, end};
             now = edge;

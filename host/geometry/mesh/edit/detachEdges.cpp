@@ -86,7 +86,7 @@ private:
                 if (i == 0) {
                     m_rewriter.edges()[edge] = {m_points[start], m_points[end]};
                 } else if (m_isCut[edge]) {
-                    const bool isSmooth = m_topology.edgeSmooth[edge] != 0;
+                    const bool isSmooth = m_rewriter.before().isSmooth(edge);
                     number = m_rewriter.addEdge(m_points[start], m_points[end], isSmooth, edge);
                 }
                 m_references[corners[i]] = referenceTo(number, m_topology.corners[corners[i]] < 0);

@@ -40,22 +40,21 @@ std::vector<Vec3d> faceNormals(const MeshData& mesh)
 std::shared_ptr<const MeshData> withSmoothEdges(std::shared_ptr<const MeshData> mesh, double angle)
 {
     const auto isMarked = [](std::uint8_t flag) { return flag == kSmoothByAngle; };
-    if (mesh == nullptr || std::none_of(mesh->topology->edgeSmooth.begin(),
-                                        mesh->topology->edgeSmooth.end(), isMarked)) {
+    if (mesh == nullptr || mesh->edgeSmooth == nullptr ||
+        std::none_of(mesh->edgeSmooth->begin(), mesh->edgeSmooth->end(), isMarked)) {
         return mesh;
     }
     const std::vector<Vec3d> normals = faceNormals(*mesh);
     const CornerLinks links(*mesh->topology);
     const NumberLists corners = cornersOfEdges(*mesh->topology);
-    auto topology = std::make_shared<MeshTopology>(*mesh->topology);
-    for (std::uint32_t edge = 0; edge < topology->edges.size(); ++edge) {
-        std::uint8_t& flag = topology->edgeSmooth[edge];
-        if (isMarked(flag)) {
-            flag = isFlatEnough(normals, links, corners.of(edge), angle) ? 1 : 0;
+    EdgeFlags flags = *mesh->edgeSmooth;
+    for (std::uint32_t edge = 0; edge < flags.size(); ++edge) {
+        if (isMarked(flags[edge])) {
+            flags[edge] = isFlatEnough(normals, links, corners.of(edge), angle) ? 1 : 0;
         }
     }
     auto result = std::make_shared<MeshData>(*mesh);
-    result->topology = std::move(topology);
+    result->edgeSmooth = shareEdgeFlags(std::move(flags));
     return result;
 }
 

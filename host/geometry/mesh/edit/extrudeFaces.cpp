@@ -169,7 +169,7 @@ private:
         if (m_edgeCopy[edge] == kNone) {
             m_edgeCopy[edge] = static_cast<std::uint32_t>(m_rewriter.edges().size());
             for (std::uint32_t layer = hasWall ? 1 : m_layers; layer <= m_layers; ++layer) {
-                const bool isSmooth = m_topology.edgeSmooth[edge] != 0;
+                const bool isSmooth = m_rewriter.before().isSmooth(edge);
                 const std::uint32_t rail =
                     m_rewriter.addEdge(pointOf(start, layer), pointOf(end, layer), isSmooth,
                                        layer == m_layers ? edge : kNoSource);

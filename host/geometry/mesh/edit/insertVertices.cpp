@@ -53,7 +53,7 @@ VertexInserter::VertexInserter(const MeshData& mesh, std::span<const EdgePoint> 
         const Vec3d way = toDouble((*mesh.points)[ends.end]) - start;
         const std::uint32_t vertex =
             m_rewriter.addPoint(toFloat(start + way * points[number].fraction));
-        m_rewriter.addEdge(vertex, ends.end, m_topology.edgeSmooth[edge] != 0, edge);
+        m_rewriter.addEdge(vertex, ends.end, mesh.isSmooth(edge), edge);
         m_rewriter.edges()[edge].end = vertex;
         m_number[edge] = number;
     }

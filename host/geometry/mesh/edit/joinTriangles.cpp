@@ -109,7 +109,7 @@ bool TriangleJoiner::isAllowed(std::uint32_t edge, std::uint32_t a, std::uint32_
     const std::uint32_t second = m_links.face(b);
     if (first == second || !m_isNamed[first] || !m_isNamed[second] ||
         (m_topology.corners[a] < 0) == (m_topology.corners[b] < 0) ||
-        (m_rules.keepsHardEdges && m_topology.edgeSmooth[edge] == 0) ||
+        (m_rules.keepsHardEdges && !m_mesh.isSmooth(edge)) ||
         (m_rules.keepsGroupBorders && m_groupsOf[first] != m_groupsOf[second]) ||
         (m_rules.keepsTextureBorders && isTextureBorder(a, b))) {
         return false;

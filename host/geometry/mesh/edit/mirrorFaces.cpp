@@ -93,9 +93,8 @@ void FaceMirror::makeParts()
     for (std::uint32_t edge = 0; edge < m_edgeImage.size(); ++edge) {
         if (m_edgeImage[edge] != kNone) {
             const MeshEdge ends = m_topology.edges[edge];
-            m_edgeImage[edge] =
-                m_rewriter.addEdge(m_vertexImage[ends.start], m_vertexImage[ends.end],
-                                   m_topology.edgeSmooth[edge] != 0, edge);
+            m_edgeImage[edge] = m_rewriter.addEdge(
+                m_vertexImage[ends.start], m_vertexImage[ends.end], m_mesh.isSmooth(edge), edge);
         }
     }
 }
@@ -210,19 +209,19 @@ Vec3d loopNormal(const MeshData& mesh, std::uint32_t face)
 /// The mesh with some of its edges (ascending) smooth or hard by the angle between their two faces.
 std::shared_ptr<const MeshData> softened(const MeshData& mesh, const Numbers& edges, double angle)
 {
-    auto topology = std::make_shared<MeshTopology>(*mesh.topology);
-    const NumberLists corners = cornersOfEdges(*topology);
-    const CornerLinks links(*topology);
+    EdgeFlags flags = mesh.edgeFlags();
+    const NumberLists corners = cornersOfEdges(*mesh.topology);
+    const CornerLinks links(*mesh.topology);
     for (const std::uint32_t edge : edges) {
         const auto sides = corners.of(edge);
         if (sides.size() == 2) {
             const Vec3d a = loopNormal(mesh, links.face(sides[0]));
             const Vec3d b = loopNormal(mesh, links.face(sides[1]));
-            topology->edgeSmooth[edge] = angleOf(length(cross(a, b)), dot(a, b)) <= angle ? 1 : 0;
+            flags[edge] = angleOf(length(cross(a, b)), dot(a, b)) <= angle ? 1 : 0;
         }
     }
     auto result = std::make_shared<MeshData>(mesh);
-    result->topology = std::move(topology);
+    result->edgeSmooth = shareEdgeFlags(std::move(flags));
     return result;
 }
 

@@ -168,7 +168,7 @@ private:
             if (faces == 1) {
                 addBorder(edge, faceOf(corners.of(edge)[0]),
                           m_reduction.keepsBorders ? kKeptBorderWeight : kBorderWeight);
-            } else if (m_reduction.keepsHardEdges && m_topology.edgeSmooth[edge] == 0) {
+            } else if (m_reduction.keepsHardEdges && !m_mesh.isSmooth(edge)) {
                 for (const std::uint32_t corner : corners.of(edge)) {
                     addBorder(edge, faceOf(corner), kBorderWeight);
                 }
@@ -488,7 +488,7 @@ private:
 
     bool isSmooth(std::uint32_t corner) const
     {
-        return m_topology.edgeSmooth[edgeOf(m_topology.corners[corner])] != 0;
+        return m_mesh.isSmooth(edgeOf(m_topology.corners[corner]));
     }
 
     const MeshData& m_mesh;

@@ -44,6 +44,7 @@ public:
 
 private:
     MeshTopology takeTopology(std::span<const std::uint32_t> faces);
+    std::shared_ptr<const EdgeFlags> takeFlags() const;
     void takeUvs(MeshData& to, std::span<const std::uint32_t> faces);
     void takeCreases(MeshData& to) const;
     void takePointGroups(MeshData& to);
@@ -121,7 +122,6 @@ MeshTopology MeshSplitter::takeTopology(std::span<const std::uint32_t> faces)
     for (const std::uint32_t edge : m_edges.used()) {
         const MeshEdge& from = m_topology.edges[edge];
         to.edges.push_back({m_vertices(from.start), m_vertices(from.end)});
-        to.edgeSmooth.push_back(m_topology.edgeSmooth[edge]);
     }
     to.loopStart.push_back(0);
     to.faceLoop.push_back(0);
@@ -222,6 +222,18 @@ void MeshSplitter::takePointGroups(MeshData& to)
     }
 }
 
+std::shared_ptr<const EdgeFlags> MeshSplitter::takeFlags() const
+{
+    if (m_mesh.edgeSmooth == nullptr) {
+        return nullptr;
+    }
+    EdgeFlags flags;
+    for (const std::uint32_t edge : m_edges.used()) {
+        flags.push_back((*m_mesh.edgeSmooth)[edge]);
+    }
+    return shareEdgeFlags(std::move(flags));
+}
+
 std::shared_ptr<MeshData> MeshSplitter::part(std::span<const std::uint32_t> faces)
 {
     auto part = std::make_shared<MeshData>();
@@ -229,6 +241,7 @@ std::shared_ptr<MeshData> MeshSplitter::part(std::span<const std::uint32_t> face
     part->normalWeighting = m_mesh.normalWeighting;
     part->quadSplit = m_mesh.quadSplit;
     part->topology = std::make_shared<const MeshTopology>(takeTopology(faces));
+    part->edgeSmooth = takeFlags();
     std::vector<Vec3f> points;
     for (const std::uint32_t vertex : m_vertices.used()) {
         points.push_back((*m_mesh.points)[vertex]);

@@ -15,6 +15,7 @@ namespace {
 
 struct Growing {
     MeshTopology topology;
+    EdgeFlags edgeSmooth; ///< as far as needed, the rest is smooth
     std::vector<Vec3f> points;
     struct Uvs {
         std::string name;
@@ -52,7 +53,6 @@ void appendTopology(MeshTopology& to, const MeshTopology& from, bool hasHoles)
     for (const MeshEdge& edge : from.edges) {
         to.edges.push_back({edge.start + firstVertex, edge.end + firstVertex});
     }
-    to.edgeSmooth.insert(to.edgeSmooth.end(), from.edgeSmooth.begin(), from.edgeSmooth.end());
     for (const std::int32_t reference : from.corners) {
         to.corners.push_back(reference >= 0 ? reference + firstEdge : reference - firstEdge);
     }
@@ -84,6 +84,7 @@ private:
     std::string freeName(const std::string& name);
     void addGroups(const MeshData& mesh);
     void addCreases(const MeshData& mesh);
+    void addFlags(const MeshData& mesh);
 
     UvSetMerging m_merging;
     bool m_hasHoles = false;
@@ -153,7 +154,7 @@ void Uniter::addNormals(const UnitedMesh& part)
         m_result.lockedNormals.push_back(
             isLocked ? toFloat(normalized({column(0), column(1), column(2)})) : normal);
     }
-    m_result.normalCount += computeNormalIds(*part.mesh->topology).count;
+    m_result.normalCount += computeNormalIds(*part.mesh).count;
     m_result.lockedNormals.resize(m_result.normalCount, {kUnlocked, kUnlocked, kUnlocked});
 }
 
@@ -242,6 +243,16 @@ void Uniter::addCreases(const MeshData& mesh)
                            from.vertexValues.end());
 }
 
+/// Comes before the edges themselves.
+void Uniter::addFlags(const MeshData& mesh)
+{
+    if (mesh.edgeSmooth != nullptr) {
+        EdgeFlags& to = m_result.edgeSmooth;
+        to.resize(m_result.topology.edges.size(), 1);
+        to.insert(to.end(), mesh.edgeSmooth->begin(), mesh.edgeSmooth->end());
+    }
+}
+
 void Uniter::add(const UnitedMesh& part)
 {
     addPoints(part);
@@ -249,6 +260,7 @@ void Uniter::add(const UnitedMesh& part)
     addUvs(*part.mesh);
     addGroups(*part.mesh);
     addCreases(*part.mesh);
+    addFlags(*part.mesh);
     appendTopology(m_result.topology, *part.mesh->topology, m_hasHoles);
 }
 
@@ -274,6 +286,10 @@ std::shared_ptr<const MeshData> Uniter::finish(const MeshData& first)
     }
     for (Growing::Group& group : m_result.pointGroups) {
         mesh->pointGroups.push_back({group.id, share(std::move(group.members))});
+    }
+    if (!m_result.edgeSmooth.empty()) {
+        m_result.edgeSmooth.resize(m_result.topology.edges.size(), 1);
+        mesh->edgeSmooth = shareEdgeFlags(std::move(m_result.edgeSmooth));
     }
     mesh->topology = std::make_shared<const MeshTopology>(std::move(m_result.topology));
     mesh->points = share(std::move(m_result.points));

@@ -13,7 +13,7 @@ std::uint32_t SolidBuilder::addPoint(const Vec3d& point)
 std::uint32_t SolidBuilder::addEdge(std::uint32_t start, std::uint32_t end, bool isSmooth)
 {
     m_topology.edges.push_back({start, end});
-    m_topology.edgeSmooth.push_back(isSmooth ? 1 : 0);
+    m_edgeSmooth.push_back(isSmooth ? 1 : 0);
     return static_cast<std::uint32_t>(m_topology.edges.size() - 1);
 }
 
@@ -55,7 +55,6 @@ void SolidBuilder::addFaces(const PolygonList& faces, std::span<const std::uint3
 {
     EdgeTable known(pointCount());
     known.reserve(uvs.size() / 2);
-    std::vector<std::uint8_t>& smooth = m_topology.edgeSmooth;
     std::size_t corner = 0;
     for (std::uint32_t number = 0; number < faces.size(); ++number) {
         const auto face = faces.face(number);
@@ -68,7 +67,7 @@ void SolidBuilder::addFaces(const PolygonList& faces, std::span<const std::uint3
                 edge = addEdge(face[i], end, false);
                 known.add(face[i], end, edge);
             } else {
-                smooth[edge] = isSmooth ? 1 : 0;
+                m_edgeSmooth[edge] = isSmooth ? 1 : 0;
             }
             m_topology.edges[edge].start == face[i] ? addForward(edge, uv) : addBackward(edge, uv);
         }
@@ -90,6 +89,7 @@ std::shared_ptr<const MeshData> SolidBuilder::finish(const SolidPlacement& place
     m_topology.vertexCount = pointCount();
     mesh.points = std::make_shared<const std::vector<Vec3f>>(std::move(points));
     mesh.topology = std::make_shared<const MeshTopology>(std::move(m_topology));
+    mesh.edgeSmooth = shareEdgeFlags(std::move(m_edgeSmooth));
     if (!m_uvs.empty()) {
         UvSet set;
         set.name = placement.uvSetName.empty() ? "map1" : placement.uvSetName;

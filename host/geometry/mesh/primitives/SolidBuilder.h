@@ -93,6 +93,7 @@ public:
 private:
     std::vector<Vec3d> m_points;
     MeshTopology m_topology;
+    EdgeFlags m_edgeSmooth;
     std::vector<Vec2f> m_uvs;
     std::vector<std::int32_t> m_uvCorners;
 };

@@ -21,7 +21,7 @@ std::vector<Vec3f> lockedNormalsOfCorners(const MeshData& mesh)
     if (std::none_of(locked.begin(), locked.end(), isLockedNormal)) {
         return {};
     }
-    const NormalIds ids = computeNormalIds(*mesh.topology);
+    const NormalIds ids = computeNormalIds(mesh);
     std::vector<Vec3f> ofCorners(mesh.topology->corners.size(), kNotLocked);
     for (std::size_t corner = 0; corner < ofCorners.size(); ++corner) {
         const std::uint32_t id = ids.ofCorner[corner];
@@ -32,13 +32,13 @@ std::vector<Vec3f> lockedNormalsOfCorners(const MeshData& mesh)
     return ofCorners;
 }
 
-std::shared_ptr<const std::vector<Vec3f>> lockedNormalsById(const MeshTopology& topology,
+std::shared_ptr<const std::vector<Vec3f>> lockedNormalsById(const MeshData& mesh,
                                                             std::span<const Vec3f> ofCorners)
 {
     if (std::none_of(ofCorners.begin(), ofCorners.end(), isLockedNormal)) {
         return nullptr;
     }
-    const NormalIds ids = computeNormalIds(topology);
+    const NormalIds ids = computeNormalIds(mesh);
     std::vector<Vec3f> byId(ids.count, kNotLocked);
     for (std::size_t corner = 0; corner < ofCorners.size(); ++corner) {
         Vec3f& normal = byId[ids.ofCorner[corner]];

@@ -20,9 +20,9 @@ bool isLockedNormal(const Vec3f& normal);
 /// mesh has no locked normals at all.
 std::vector<Vec3f> lockedNormalsOfCorners(const MeshData& mesh);
 
-/// The same by normal ids of `topology` (whose corners they are), as `MeshData` keeps them: where
+/// The same by normal ids of the mesh (whose corners they are), as `MeshData` keeps them: where
 /// the corners of one id differ the first locked one holds. Null when none is locked.
-std::shared_ptr<const std::vector<Vec3f>> lockedNormalsById(const MeshTopology& topology,
+std::shared_ptr<const std::vector<Vec3f>> lockedNormalsById(const MeshData& mesh,
                                                             std::span<const Vec3f> ofCorners);
 
 } // namespace host::geometry

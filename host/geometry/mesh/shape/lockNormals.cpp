@@ -6,6 +6,7 @@
 #include "host/geometry/mesh/shape/cornerNormals.h"
 
 #include <cmath>
+#include <utility>
 #include <vector>
 
 namespace host::geometry {
@@ -14,7 +15,7 @@ namespace {
 std::vector<Vec3f> normalsOfCorners(const MeshData& mesh)
 {
     const MeshTopology& topology = *mesh.topology;
-    const NormalIds ids = computeNormalIds(topology);
+    const NormalIds ids = computeNormalIds(mesh);
     const std::vector<std::uint32_t> vertices = cornerVertices(topology);
     const std::vector<Vec3f> normals = computeNormals(
         topology, vertices, pointsOf(mesh), mesh.normalWeighting, ids, lockedNormalsOf(mesh));
@@ -75,11 +76,11 @@ EdgeCorners cornersAt(const MeshTopology& topology, const CornerLinks& links, st
     return at;
 }
 
-/// The topology with those edges hard across which locked normals differ.
-std::shared_ptr<const MeshTopology> hardened(const MeshTopology& before,
-                                             std::span<const Vec3f> locked)
+/// The flags of edges, those hard across which locked normals differ.
+std::shared_ptr<const EdgeFlags> hardened(const MeshData& mesh, std::span<const Vec3f> locked)
 {
-    auto topology = std::make_shared<MeshTopology>(before);
+    const MeshTopology& before = *mesh.topology;
+    EdgeFlags flags = mesh.edgeFlags();
     const NumberLists cornersOf = cornersOfEdges(before);
     const CornerLinks links(before);
     for (std::uint32_t edge = 0; edge < before.edges.size(); ++edge) {
@@ -88,17 +89,17 @@ std::shared_ptr<const MeshTopology> hardened(const MeshTopology& before,
             const EdgeCorners at = cornersAt(before, links, corners[i], corners[i + 1]);
             if (!areSame(locked[at.start[0]], locked[at.start[1]]) ||
                 !areSame(locked[at.end[0]], locked[at.end[1]])) {
-                topology->edgeSmooth[edge] = 0;
+                flags[edge] = 0;
             }
         }
     }
-    return topology;
+    return shareEdgeFlags(std::move(flags));
 }
 
 /// Corners that shared a computed normal and do so no more have it locked.
-void keepComputed(const MeshData& mesh, const MeshTopology& after, std::vector<Vec3f>& locked)
+void keepComputed(const MeshData& mesh, const MeshData& after, std::vector<Vec3f>& locked)
 {
-    const NormalIds before = computeNormalIds(*mesh.topology);
+    const NormalIds before = computeNormalIds(mesh);
     const NormalIds ids = computeNormalIds(after);
     std::vector<std::uint32_t> newId(before.count, kNone);
     std::vector<bool> isSplit(before.count);
@@ -124,11 +125,10 @@ void keepComputed(const MeshData& mesh, const MeshTopology& after, std::vector<V
 
 std::shared_ptr<const MeshData> withLocked(const MeshData& mesh, std::vector<Vec3f> ofCorners)
 {
-    auto topology = hardened(*mesh.topology, ofCorners);
-    keepComputed(mesh, *topology, ofCorners);
     auto result = std::make_shared<MeshData>(mesh);
-    result->topology = std::move(topology);
-    result->lockedNormals = lockedNormalsById(*result->topology, ofCorners);
+    result->edgeSmooth = hardened(mesh, ofCorners);
+    keepComputed(mesh, *result, ofCorners);
+    result->lockedNormals = lockedNormalsById(*result, ofCorners);
     return result;
 }
 

@@ -65,7 +65,7 @@ private:
         m_level.edges = m_topology.edges;
         m_level.corners = m_topology.corners;
         for (std::size_t edge = 0; keepsHardEdges && edge < m_level.edges.size(); ++edge) {
-            m_level.isPinned.push_back(m_topology.edgeSmooth[edge] == 0 ? 1 : 0);
+            m_level.isPinned.push_back(m_mesh.isSmooth(static_cast<std::uint32_t>(edge)) ? 0 : 1);
         }
         m_level.faceStart.reserve(m_topology.faceCount() + std::size_t{1});
         for (std::uint32_t face = 0; face < m_topology.faceCount(); ++face) {
@@ -129,8 +129,7 @@ private:
     {
         m_cutPoint[edge] = m_rewriter.addPoint(toFloat(m_points.ofEdge(edge)));
         const std::uint32_t end = m_topology.edges[edge].end;
-        m_secondHalf[edge] =
-            m_rewriter.addEdge(m_cutPoint[edge], end, m_topology.edgeSmooth[edge] != 0, edge);
+        m_secondHalf[edge] = m_rewriter.addEdge(m_cutPoint[edge], end, m_mesh.isSmooth(edge), edge);
         if (edge < m_rewriter.edges().size()) {
             m_rewriter.edges()[edge].end = m_cutPoint[edge];
         }
@@ -275,14 +274,18 @@ bool hasHoles(const MeshTopology& topology, std::span<const std::uint32_t> faces
 /// Hard edges of the given faces turn soft unless their pieces are to be hard.
 void softenDivided(MeshData& mesh, std::span<const std::uint32_t> faces)
 {
-    auto topology = std::make_shared<MeshTopology>(*mesh.topology);
+    if (mesh.edgeSmooth == nullptr) {
+        return;
+    }
+    const MeshTopology& topology = *mesh.topology;
+    EdgeFlags flags = *mesh.edgeSmooth;
     for (const std::uint32_t face : faces) {
-        for (std::uint32_t corner = topology->firstCorner(face); corner < topology->endCorner(face);
+        for (std::uint32_t corner = topology.firstCorner(face); corner < topology.endCorner(face);
              ++corner) {
-            topology->edgeSmooth[edgeOf(topology->corners[corner])] = 1;
+            flags[edgeOf(topology.corners[corner])] = 1;
         }
     }
-    mesh.topology = std::move(topology);
+    mesh.edgeSmooth = shareEdgeFlags(std::move(flags));
 }
 
 } // namespace

@@ -94,6 +94,7 @@ public:
         }
         auto result = std::make_shared<MeshData>(m_mesh);
         result->topology = std::make_shared<const MeshTopology>(finalTopology());
+        result->edgeSmooth = finalFlags();
         result->points = finalPoints();
         result->lockedNormals = nullptr;
         result->creases = nullptr;
@@ -132,6 +133,7 @@ private:
 
     std::vector<std::uint32_t> vertexNumbers() const;
     MeshTopology finalTopology() const;
+    std::shared_ptr<const EdgeFlags> finalFlags() const;
     std::shared_ptr<const std::vector<Vec3f>> finalPoints() const;
     void carryFaces(MeshData& result) const;
     std::shared_ptr<const std::vector<std::uint32_t>>
@@ -164,7 +166,7 @@ void Smoother::takeTopology()
         m_pieces.push_back({edge, reference < 0, 0});
         m_level.edges.push_back(reference >= 0 ? ends : MeshEdge{ends.end, ends.start});
         if (m_rules.keepsHardEdges) {
-            m_level.isPinned.push_back(topology.edgeSmooth[edge] == 0 ? 1 : 0);
+            m_level.isPinned.push_back(m_mesh.isSmooth(edge) ? 0 : 1);
         }
     }
 }
@@ -342,7 +344,6 @@ MeshTopology Smoother::finalTopology() const
     MeshTopology topology;
     topology.vertexCount = m_level.vertexCount;
     topology.edges.resize(before.edges.size() * pieces);
-    topology.edgeSmooth.assign(m_level.edges.size(), 1);
     // The final reference to each edge of the level; 0 and isKnown false while it has none.
     std::vector<std::int32_t> references(m_level.edges.size());
     std::vector<bool> isKnown(m_level.edges.size());
@@ -358,8 +359,6 @@ MeshTopology Smoother::finalTopology() const
         isKnown[edge] = true;
         references[edge] = referenceTo(number, piece.isTurned);
         topology.edges[number] = piece.isTurned ? MeshEdge{end, start} : MeshEdge{start, end};
-        const bool isHard = m_rules.propagatesHardEdges && before.edgeSmooth[piece.edge] == 0;
-        topology.edgeSmooth[number] = isHard ? 0 : 1;
     }
     topology.corners.reserve(m_level.corners.size());
     for (const std::int32_t reference : m_level.corners) {
@@ -378,6 +377,21 @@ MeshTopology Smoother::finalTopology() const
     }
     topology.loopStart = m_level.faceStart;
     return topology;
+}
+
+/// Pieces of edges come first, those of each edge together.
+std::shared_ptr<const EdgeFlags> Smoother::finalFlags() const
+{
+    if (!m_rules.propagatesHardEdges || m_mesh.edgeSmooth == nullptr) {
+        return nullptr;
+    }
+    EdgeFlags flags;
+    flags.reserve(m_level.edges.size());
+    for (const std::uint8_t flag : *m_mesh.edgeSmooth) {
+        flags.insert(flags.end(), std::size_t{1} << m_divisions, flag);
+    }
+    flags.resize(m_level.edges.size(), 1);
+    return shareEdgeFlags(std::move(flags));
 }
 
 std::shared_ptr<const std::vector<std::uint32_t>>

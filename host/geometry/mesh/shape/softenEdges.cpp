@@ -6,6 +6,7 @@
 #include "host/math/angle.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace host::geometry {
 namespace {
@@ -45,8 +46,7 @@ std::shared_ptr<const MeshData> softenEdges(const MeshData& mesh,
                                             std::span<const std::uint32_t> edges, double angle,
                                             const Matrix4& space)
 {
-    const MeshTopology& before = *mesh.topology;
-    const FaceUses faces = facesOfEdges(before, edges);
+    const FaceUses faces = facesOfEdges(*mesh.topology, edges);
     LazyPlanes planes(mesh, space);
     std::vector<FlagChange> changes;
     for (std::uint32_t place = 0; place < edges.size(); ++place) {
@@ -55,21 +55,20 @@ std::shared_ptr<const MeshData> softenEdges(const MeshData& mesh,
         }
         const bool isSoft =
             angle > 0 && largestAngle(faces, place, planes) <= angle + kAngleTolerance;
-        const std::uint8_t flag = isSoft ? 1 : 0;
-        if (before.edgeSmooth[edges[place]] != flag) {
-            changes.push_back({edges[place], flag});
+        if (mesh.isSmooth(edges[place]) != isSoft) {
+            changes.push_back({edges[place], static_cast<std::uint8_t>(isSoft ? 1 : 0)});
         }
     }
     auto result = std::make_shared<MeshData>(mesh);
     if (changes.empty()) {
         return result;
     }
-    auto topology = std::make_shared<MeshTopology>(before);
+    EdgeFlags flags = mesh.edgeFlags();
     for (const FlagChange& change : changes) {
-        topology->edgeSmooth[change.edge] = change.flag;
+        flags[change.edge] = change.flag;
     }
-    result->lockedNormals = lockedNormalsById(*topology, lockedNormalsOfCorners(mesh));
-    result->topology = std::move(topology);
+    result->edgeSmooth = shareEdgeFlags(std::move(flags));
+    result->lockedNormals = lockedNormalsById(*result, lockedNormalsOfCorners(mesh));
     return result;
 }
 

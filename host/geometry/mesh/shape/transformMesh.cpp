@@ -57,7 +57,7 @@ bool isRigid(const Matrix4& matrix)
 /// All normals by id.
 Vectors allNormals(const MeshData& mesh)
 {
-    const NormalIds ids = computeNormalIds(*mesh.topology);
+    const NormalIds ids = computeNormalIds(mesh);
     return computeNormals(*mesh.topology, cornerVertices(*mesh.topology), pointsOf(mesh),
                           mesh.normalWeighting, ids, lockedNormalsOf(mesh));
 }

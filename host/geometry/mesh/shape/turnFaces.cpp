@@ -179,8 +179,8 @@ MeshData turned(const MeshData& mesh, std::span<const Way> ways, bool turnsLocke
     forTurnedLoops(*mesh.topology, ways, [&topology](std::uint32_t first, std::uint32_t end) {
         turnLoop(topology->corners, first, end);
     });
-    result.lockedNormals = lockedNormalsById(*topology, locked);
     result.topology = std::move(topology);
+    result.lockedNormals = lockedNormalsById(result, locked);
     return result;
 }
 
@@ -192,7 +192,7 @@ public:
     {
         const CornerLinks links(m_topology);
         copyVertices(links);
-        copyEdges(links);
+        copyEdges(mesh, links);
     }
 
     std::shared_ptr<const MeshData> run()
@@ -242,7 +242,7 @@ private:
     }
     /// An edge between turned faces goes over to the copied vertices, one that others have too is
     /// copied.
-    void copyEdges(const CornerLinks& links)
+    void copyEdges(const MeshData& mesh, const CornerLinks& links)
     {
         const NumberLists cornersOf = cornersOfEdges(m_topology);
         const auto count = static_cast<std::uint32_t>(m_topology.edges.size());
@@ -252,8 +252,8 @@ private:
                                 m_vertexCopy[m_topology.edges[edge].end]};
             m_edgeCopy.push_back(edge);
             if (isShared(links, corners)) {
-                m_edgeCopy.back() = m_rewriter.addEdge(ends.start, ends.end,
-                                                       m_topology.edgeSmooth[edge] != 0, edge);
+                m_edgeCopy.back() =
+                    m_rewriter.addEdge(ends.start, ends.end, mesh.isSmooth(edge), edge);
             } else if (!corners.empty() && isTurned(links, corners.front())) {
                 m_rewriter.edges()[edge] = ends;
             }
@@ -286,7 +286,7 @@ std::shared_ptr<const MeshData> turnFaces(const MeshData& mesh,
         return nullptr;
     }
     MeshData apart = *cut;
-    apart.lockedNormals = lockedNormalsById(*apart.topology, locked);
+    apart.lockedNormals = lockedNormalsById(apart, locked);
     return std::make_shared<MeshData>(turned(apart, ways, turnsLocked));
 }
 

@@ -32,6 +32,7 @@ Value square(const std::vector<Vec3f>& points)
     auto built = host::geometry::buildTopology(4, edges, {corners, sizes, loops});
     MeshData mesh;
     mesh.topology = std::make_shared<const host::geometry::MeshTopology>(std::move(built.topology));
+    mesh.edgeSmooth = host::geometry::shareEdgeFlags(std::move(built.edgeSmooth));
     mesh.points = std::make_shared<const std::vector<Vec3f>>(points);
     mesh.uvSets.push_back(
         {"map1",

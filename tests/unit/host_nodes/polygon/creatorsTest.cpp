@@ -116,7 +116,7 @@ TEST(PolygonCreators, PyramidsHaveEdgesOfOneLength)
                 length(toDouble((*mesh->points)[edge.start]) - toDouble((*mesh->points)[edge.end])),
                 3, 1e-5);
         }
-        for (const std::uint8_t isSmooth : mesh->topology->edgeSmooth) {
+        for (const std::uint8_t isSmooth : mesh->edgeFlags()) {
             EXPECT_EQ(isSmooth, 0);
         }
     }

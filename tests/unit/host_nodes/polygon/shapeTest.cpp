@@ -115,7 +115,7 @@ TEST(PolySoftEdge, TakesTheMatrixOnlyInWorldSpace)
     context.set("angle", 1.2);
     context.values["inputMatrix"] = Value::of(shearing({3, 0, 0}));
     const auto softCount = [&context] {
-        const auto flags = output(context)->topology->edgeSmooth;
+        const auto flags = output(context)->edgeFlags();
         return std::count(flags.begin(), flags.end(), 1);
     };
     EXPECT_EQ(softCount(), 0);

@@ -178,8 +178,8 @@ TEST(MirrorFaces, aRowGrowsToTheOtherSide)
     // 0-1 1-4 4-3 3-0 1-2 2-5 5-4, then the images of all but 2-5
     EXPECT_EQ(edgesOf(*after)[7], (std::pair<std::uint32_t, std::uint32_t>{6, 7}));
     EXPECT_EQ(edgesOf(*after)[12], (std::pair<std::uint32_t, std::uint32_t>{5, 9}));
-    EXPECT_EQ(after->topology->edgeSmooth[5], 1); // flat there
-    EXPECT_EQ(after->topology->edgeSmooth[3], 0);
+    EXPECT_EQ(after->edgeFlags()[5], 1); // flat there
+    EXPECT_EQ(after->edgeFlags()[3], 0);
 }
 
 TEST(MirrorFaces, mergedVerticesComeToThePlane)

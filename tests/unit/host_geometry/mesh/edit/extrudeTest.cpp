@@ -88,14 +88,14 @@ TEST(ExtrudeFaces, sharpEdgesAreHard)
     FaceExtrusion extrusion = alongNormal(1);
     const Numbers isNew{12, 13, 14, 15, 16, 17, 18, 19};
     for (const std::uint32_t edge : isNew) { // right angles everywhere
-        EXPECT_EQ(extruded(*solidCube(), {0}, extrusion)->topology->edgeSmooth[edge], 0u);
+        EXPECT_EQ(extruded(*solidCube(), {0}, extrusion)->edgeFlags()[edge], 0u);
     }
     extrusion.smoothingAngle = std::numbers::pi / 2;
     const SharedMesh soft = extruded(*solidCube(), {0}, extrusion);
     for (const std::uint32_t edge : isNew) {
-        EXPECT_EQ(soft->topology->edgeSmooth[edge], 1u);
+        EXPECT_EQ(soft->edgeFlags()[edge], 1u);
     }
-    EXPECT_EQ(soft->topology->edgeSmooth[6], 0u); // an old edge that has nothing to do with it
+    EXPECT_EQ(soft->edgeFlags()[6], 0u); // an old edge that has nothing to do with it
 }
 
 /// Two layers: every run of points and uprights goes from the bottom to the top.

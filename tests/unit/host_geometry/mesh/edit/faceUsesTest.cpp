@@ -64,7 +64,6 @@ TEST(FaceUses, HolesBelongToTheirFace)
     for (std::uint32_t loop = 0; loop < 3; ++loop) {
         for (std::uint32_t i = 0; i < 3; ++i) {
             topology.edges.push_back({3 * loop + i, 3 * loop + (i + 1) % 3});
-            topology.edgeSmooth.push_back(1);
             topology.corners.push_back(static_cast<std::int32_t>(3 * loop + i));
         }
     }

@@ -89,7 +89,7 @@ TEST(MeshRewriter, newPartsComeBehindTheOldOnes)
     const auto after = rewriter.finish();
     ASSERT_NE(after, nullptr);
     EXPECT_EQ(after->topology->faceCount(), 4u);
-    EXPECT_EQ(after->topology->edgeSmooth[10], 0);
+    EXPECT_EQ(after->edgeFlags()[10], 0);
     EXPECT_EQ((*after->uvSets[0].corners)[11], 8);
     EXPECT_EQ(*after->groups[0].faces, (Numbers{1}));
 }

@@ -29,8 +29,8 @@ TEST(TriangulateFaces, aCubeTakesTwoTrianglesForEachFace)
     const Pairs edges = edgesOf(*after);
     EXPECT_EQ(Pairs(edges.begin() + 12, edges.end()),
               (Pairs{{1, 2}, {3, 4}, {5, 6}, {0, 7}, {3, 7}, {0, 4}}));
-    EXPECT_EQ(after->topology->edgeSmooth[11], 0);
-    EXPECT_EQ(after->topology->edgeSmooth[12], 1);
+    EXPECT_EQ(after->edgeFlags()[11], 0);
+    EXPECT_EQ(after->edgeFlags()[12], 1);
 }
 
 TEST(TriangulateFaces, laterFacesMoveUp)

@@ -178,7 +178,7 @@ TEST(Plane, NumbersPointByPoint)
               (std::vector<Vec3f>{
                   {-2, 0, 1}, {0, 0, 1}, {2, 0, 1}, {-2, 0, -1}, {0, 0, -1}, {2, 0, -1}}));
     EXPECT_EQ(edgesOf(*plane), (Edges{{0, 1}, {0, 3}, {1, 2}, {1, 4}, {2, 5}, {3, 4}, {4, 5}}));
-    EXPECT_EQ(plane->topology->edgeSmooth, (std::vector<std::uint8_t>{0, 0, 0, 1, 0, 0, 0}));
+    EXPECT_EQ(plane->edgeFlags(), (std::vector<std::uint8_t>{0, 0, 0, 1, 0, 0, 0}));
     EXPECT_EQ(test::faceVertices(*plane, 0), (Numbers{0, 1, 4, 3}));
     EXPECT_EQ(test::faceVertices(*plane, 1), (Numbers{1, 2, 5, 4}));
     EXPECT_EQ(*plane->uvSets[0].points,

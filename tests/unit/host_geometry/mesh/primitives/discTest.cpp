@@ -48,7 +48,7 @@ TEST(Disc, OfThreeSidesDividedOnceToACircle)
     EXPECT_EQ(test::faceVertices(*mesh, 1), (Numbers{3, 1, 4, 6}));
     EXPECT_EQ(test::faceVertices(*mesh, 2), (Numbers{4, 2, 5, 6}));
     // edges as walked: 5-0 0-3 3-6 6-5 | 3-1 1-4 4-6 | 4-2 2-5; those to the middle are smooth
-    EXPECT_EQ(mesh->topology->edgeSmooth, (std::vector<std::uint8_t>{0, 0, 1, 1, 0, 0, 1, 0, 0}));
+    EXPECT_EQ(mesh->edgeFlags(), (std::vector<std::uint8_t>{0, 0, 1, 1, 0, 0, 1, 0, 0}));
     EXPECT_GT(test::areaVector(*mesh, 0).y, 0);
     EXPECT_NEAR((*mesh->uvSets[0].points)[2].y, 1, 1e-6);
     EXPECT_NEAR((*mesh->uvSets[0].points)[3].y, 0, 1e-6);

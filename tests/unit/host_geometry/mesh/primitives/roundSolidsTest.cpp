@@ -142,7 +142,7 @@ TEST(Cylinder, MayHaveOneFaceAtEachEnd)
     EXPECT_EQ(test::faceVertices(*cylinder, 2), (Numbers{2, 0, 3, 5}));
     EXPECT_EQ(test::faceVertices(*cylinder, 6), (Numbers{0, 2, 1}));
     EXPECT_EQ(test::faceVertices(*cylinder, 7), (Numbers{6, 7, 8}));
-    EXPECT_EQ(cylinder->topology->edgeSmooth,
+    EXPECT_EQ(cylinder->edgeFlags(),
               (std::vector<std::uint8_t>{0, 0, 0, 1, 1, 1, 0, 0, 0, 1, 1, 1, 1, 1, 1}));
     EXPECT_TRUE(test::isClosed(*cylinder));
     EXPECT_NEAR(test::volumeOf(*cylinder), 2 * polygonArea(3), 1e-6);
@@ -224,7 +224,7 @@ TEST(Cone, HasItsBaseBeforeItsSides)
     EXPECT_EQ(test::faceVertices(*cone, 0), (Numbers{0, 3, 2, 1}));
     EXPECT_EQ(test::faceVertices(*cone, 1), (Numbers{0, 1, 4}));
     EXPECT_EQ(test::faceVertices(*cone, 4), (Numbers{3, 0, 4}));
-    EXPECT_EQ(cone->topology->edgeSmooth, (std::vector<std::uint8_t>{0, 0, 0, 0, 1, 1, 1, 1}));
+    EXPECT_EQ(cone->edgeFlags(), (std::vector<std::uint8_t>{0, 0, 0, 0, 1, 1, 1, 1}));
     EXPECT_NEAR(test::volumeOf(*cone), 2 * polygonArea(4) / 3, 1e-6);
     // the circle, the row of the rim, the tip
     ASSERT_EQ(cone->uvSets[0].points->size(), 10);

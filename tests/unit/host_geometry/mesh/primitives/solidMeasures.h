@@ -95,7 +95,7 @@ inline double volumeOf(const MeshData& mesh)
 
 inline std::size_t hardEdgeCount(const MeshData& mesh)
 {
-    const auto& flags = mesh.topology->edgeSmooth;
+    const auto& flags = mesh.edgeFlags();
     return static_cast<std::size_t>(std::count(flags.begin(), flags.end(), 0));
 }
 

@@ -59,7 +59,7 @@ TEST(SoftenEdges, HardOnlyWhereFacesMeetAtMoreThanTheAngle)
         const double angle = degrees * pi / 180;
         const MeshData mesh = roof(angle);
         const auto flag = [&](double limit) {
-            return softenEdges(mesh, allEdges(mesh), limit, {})->topology->edgeSmooth[kRidge];
+            return softenEdges(mesh, allEdges(mesh), limit, {})->edgeFlags()[kRidge];
         };
         EXPECT_EQ(flag(angle - 0.01), 0) << degrees;
         EXPECT_EQ(flag(angle + 0.01), 1) << degrees;
@@ -71,19 +71,18 @@ TEST(SoftenEdges, HardOnlyWhereFacesMeetAtMoreThanTheAngle)
 
 TEST(SoftenEdges, AnAngleOfZeroHardensEvenFlatEdges)
 {
-    EXPECT_EQ(softenEdges(roof(0), std::vector{kRidge}, 0, {})->topology->edgeSmooth[kRidge], 0);
+    EXPECT_EQ(softenEdges(roof(0), std::vector{kRidge}, 0, {})->edgeFlags()[kRidge], 0);
 }
 
 TEST(SoftenEdges, LeavesOtherEdgesAndBordersAsTheyAre)
 {
     const MeshData mesh = roof(1);
     const auto soft = softenEdges(mesh, allEdges(mesh), pi, {});
-    EXPECT_EQ(soft->topology->edgeSmooth, (std::vector<std::uint8_t>{0, 1, 0, 0, 0, 0, 0}));
+    EXPECT_EQ(soft->edgeFlags(), (std::vector<std::uint8_t>{0, 1, 0, 0, 0, 0, 0}));
     const auto none = softenEdges(cube(1), std::vector<std::uint32_t>{0}, 1, {});
-    EXPECT_EQ(
-        std::accumulate(none->topology->edgeSmooth.begin(), none->topology->edgeSmooth.end(), 0),
-        11);
-    EXPECT_EQ(none->topology->edgeSmooth[0], 0);
+    const EdgeFlags noFlags = none->edgeFlags();
+    EXPECT_EQ(std::accumulate(noFlags.begin(), noFlags.end(), 0), 11);
+    EXPECT_EQ(noFlags[0], 0);
     EXPECT_EQ(soft->points, mesh.points);
 }
 
@@ -93,8 +92,8 @@ TEST(SoftenEdges, MeasuresInTheGivenSpace)
     const MeshData mesh = roof(pi / 4);
     const double limit = pi / 6;
     const Matrix4 flat = scaling({1, 1, 0.5});
-    EXPECT_EQ(softenEdges(mesh, allEdges(mesh), limit, {})->topology->edgeSmooth[kRidge], 0);
-    EXPECT_EQ(softenEdges(mesh, allEdges(mesh), limit, flat)->topology->edgeSmooth[kRidge], 1);
+    EXPECT_EQ(softenEdges(mesh, allEdges(mesh), limit, {})->edgeFlags()[kRidge], 0);
+    EXPECT_EQ(softenEdges(mesh, allEdges(mesh), limit, flat)->edgeFlags()[kRidge], 1);
 }
 
 TEST(SoftenEdges, LockedNormalsStayWithTheirCorners)
@@ -212,7 +211,7 @@ TEST(LockNormals, OfAVertexHoldInAllItsFaces)
 /// The normals that are shown, corner by corner.
 std::vector<Vec3f> shownNormals(const MeshData& mesh)
 {
-    const NormalIds ids = computeNormalIds(*mesh.topology);
+    const NormalIds ids = computeNormalIds(mesh);
     const std::vector<Vec3f> normals =
         computeNormals(*mesh.topology, cornerVertices(*mesh.topology), pointsOf(mesh),
                        mesh.normalWeighting, ids, lockedNormalsOf(mesh));

@@ -125,7 +125,7 @@ TEST(SmoothMesh, EdgesAndFacesOfACube)
     EXPECT_EQ(cornersOf(*smooth, 3), (References{-26, -28, -3, -10}));
     EXPECT_EQ(cornersOf(*smooth, 20), (References{20, 44, 45, 17}));
     EXPECT_EQ(cornersOf(*smooth, 23), (References{-46, -48, 13, 16}));
-    const auto& flags = smooth->topology->edgeSmooth;
+    const auto& flags = smooth->edgeFlags();
     EXPECT_EQ(std::count(flags.begin(), flags.end(), 1), 48);
 }
 
@@ -352,7 +352,7 @@ TEST(SmoothMesh, HardEdgesByTheirRules)
     const auto smooth = smoothMesh(cube(), 1, rules);
     expectNear((*smooth->points)[3], {.5, .5, .5}, "vertex of hard edges");
     expectNear((*smooth->points)[14], {0, -.5, .5}, "middle of a hard edge");
-    const auto& flags = smooth->topology->edgeSmooth;
+    const auto& flags = smooth->edgeFlags();
     EXPECT_EQ(std::count(flags.begin(), flags.begin() + 24, 0), 24);
     EXPECT_EQ(std::count(flags.begin() + 24, flags.end(), 1), 24);
 }
