@@ -35,14 +35,15 @@ solidInputs(const Names&... names)
 inline constexpr std::array<std::string_view, 1> kSolidOutputs{"output"};
 
 /// Reads the inputs of a solid. Numbers that are not finite count as the fallback, and a solid has
-/// no more faces, nor about as many points, than a limit: what is beyond is noted.
+/// no more faces, nor about as many points, than a limit. A count beyond it is noted and taken for
+/// damage: the fallback stands in for it, so that a solid that nobody drew costs nobody a minute.
 ///
 /// The counts of cells of a solid that is one grid multiply to no more than that (`cells`). One of
 /// several bands about an axis has so many sides in each (`sides`, then `bands` for each direction
 /// that is divided).
 class SolidReader {
 public:
-    static constexpr std::int32_t kMostCells = 1 << 22;
+    static constexpr std::int32_t kMostCells = 1 << 20;
 
     explicit SolidReader(ComputeContext& context, std::int32_t mostCells = kMostCells)
         : m_context(context), m_left(mostCells)
@@ -68,7 +69,7 @@ public:
     std::uint32_t cells(std::size_t position, std::int32_t fallback, std::int32_t least)
     {
         const std::int32_t most = std::max(least, m_left);
-        const std::int32_t count = countInput(m_context, position, fallback, most, least);
+        const std::int32_t count = countUpTo(most, position, fallback, least);
         m_left /= std::max(1, count);
         return static_cast<std::uint32_t>(count);
     }
@@ -76,8 +77,8 @@ public:
     std::uint32_t sides(std::size_t position, std::int32_t fallback, std::int32_t least,
                         std::int32_t rings)
     {
-        const std::int32_t count =
-            countInput(m_context, position, fallback, std::max(least, m_left / rings), least);
+        const std::int32_t most = std::max(least, m_left / rings);
+        const std::int32_t count = countUpTo(most, position, fallback, least);
         m_left = std::max(0, m_left / count - rings);
         return static_cast<std::uint32_t>(count);
     }
@@ -86,7 +87,7 @@ public:
                         std::int32_t times)
     {
         const std::int32_t most = least + m_left / times;
-        const std::int32_t count = countInput(m_context, position, fallback, most, least);
+        const std::int32_t count = countUpTo(most, position, fallback, least);
         m_left -= (count - least) * times;
         return static_cast<std::uint32_t>(count);
     }
@@ -135,6 +136,16 @@ public:
     }
 
 private:
+    std::int32_t countUpTo(std::int32_t most, std::size_t position, std::int32_t fallback,
+                           std::int32_t least)
+    {
+        if (m_context.number(position, fallback) > most) {
+            m_context.noteUncomputed();
+            return std::clamp(fallback, least, most);
+        }
+        return wholeInput(m_context, position, fallback, least, most);
+    }
+
     ComputeContext& m_context;
     Shared<std::string> m_name;
     std::int32_t m_left; ///< factor, or number of bands, up to the limit

@@ -35,7 +35,7 @@ TEST(CreatorLimits, pipes)
 {
     EXPECT_FALSE(isLimited(kPolyPipe, {{"subdivisionsAxis", kMost / 4}}));
     EXPECT_TRUE(isLimited(kPolyPipe, {{"subdivisionsAxis", kMost / 4 + 1}}));
-    // 4 sides: 2^20 bands in all, half of them go to the sides and the ends each
+    // 4 sides: 2^18 bands in all, half of them go to the sides and the ends each
     const double half = static_cast<double>(kMost / 4) / 2;
     EXPECT_FALSE(isLimited(kPolyPipe, {{"subdivisionsAxis", 4}, {"subdivisionsCaps", half - 1}}));
     EXPECT_TRUE(isLimited(kPolyPipe, {{"subdivisionsAxis", 4}, {"subdivisionsCaps", half}}));

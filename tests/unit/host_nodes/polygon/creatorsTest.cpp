@@ -294,7 +294,8 @@ TEST(NurbsTessellate, DividesAsTheFormatAsks)
     EXPECT_EQ(context.timesUncomputed, 4);
 }
 
-// Four million cells in all: what one count takes the next ones cannot.
+// A million cells in all: what one count takes the next ones cannot. More than there can be is
+// taken for damage: the usual count stands in for it, or as many as there can be.
 TEST(PolygonCreators, StopAtSoManyCells)
 {
     const NodeCompute& row = rowOf("polyPlane");
@@ -304,14 +305,22 @@ TEST(PolygonCreators, StopAtSoManyCells)
     SolidReader reader(context);
     const std::size_t width = row.inputs.size() - 2;
     ASSERT_EQ(row.inputs[width], "subdivisionsWidth");
-    EXPECT_EQ(reader.cells(width, 10, 1), 1U << 22);
-    EXPECT_EQ(reader.cells(width + 1, 10, 1), 1);
+    EXPECT_EQ(reader.cells(width, 10, 1), 10);
+    EXPECT_EQ(reader.cells(width + 1, 10, 1), 10);
     EXPECT_EQ(context.timesUncomputed, 2);
 
-    context.set("subdivisionsWidth", 1000); // 4194304 / 1000
+    context.set("subdivisionsWidth", 1000); // 1048576 / 1000
+    context.set("subdivisionsHeight", 1048);
     SolidReader second(context);
     EXPECT_EQ(second.cells(width, 10, 1), 1000);
-    EXPECT_EQ(second.cells(width + 1, 10, 1), 4194);
+    EXPECT_EQ(second.cells(width + 1, 10, 1), 1048);
+    EXPECT_EQ(context.timesUncomputed, 2);
+
+    context.set("subdivisionsWidth", 1 << 20);
+    SolidReader third(context);
+    EXPECT_EQ(third.cells(width, 10, 1), 1U << 20);
+    EXPECT_EQ(third.cells(width + 1, 10, 1), 1);
+    EXPECT_EQ(context.timesUncomputed, 3);
 }
 
 // A wire of 8 sides has 100 / 8 rings of points at most, 11 bands between them, however many its
