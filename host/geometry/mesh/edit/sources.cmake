@@ -4,6 +4,7 @@ list(APPEND SOURCES
     mesh/edit/BevelUvs.cpp
     mesh/edit/BorderWalker.cpp
     mesh/edit/ComponentMotion.cpp
+    mesh/edit/Gaps.cpp
     mesh/edit/MeshCutter.cpp
     mesh/edit/MeshLinks.cpp
     mesh/edit/MeshRewriter.cpp
@@ -23,6 +24,7 @@ list(APPEND SOURCES
     mesh/edit/dissolveVertices.cpp
     mesh/edit/divideEdges.cpp
     mesh/edit/edgeSmoothness.cpp
+    mesh/edit/duplicateEdgeLoops.cpp
     mesh/edit/extrudeEdges.cpp
     mesh/edit/extrudeFaces.cpp
     mesh/edit/extrudeVertices.cpp
@@ -35,6 +37,7 @@ list(APPEND SOURCES
     mesh/edit/joinVertices.cpp
     mesh/edit/mirrorFaces.cpp
     mesh/edit/reduceMesh.cpp
+    mesh/edit/spinEdges.cpp
     mesh/edit/splitFaces.cpp
     mesh/edit/splitMesh.cpp
     mesh/edit/splitRing.cpp
@@ -42,4 +45,5 @@ list(APPEND SOURCES
     mesh/edit/triangulateFaces.cpp
     mesh/edit/uniteMeshes.cpp
     mesh/edit/vertexFan.cpp
+    mesh/edit/wedgeFaces.cpp
 )

@@ -1,6 +1,7 @@
 list(APPEND SOURCES
     mesh/shape/averageVertices.cpp
     mesh/shape/catmullClark.cpp
+    mesh/shape/circularize.cpp
     mesh/shape/cornerNormals.cpp
     mesh/shape/creaseLevels.cpp
     mesh/shape/facePlanes.cpp

@@ -9,6 +9,7 @@ list(APPEND SOURCES
     mesh/texture/projectUvs.cpp
     mesh/texture/projectionPlanes.cpp
     mesh/texture/setCreases.cpp
+    mesh/texture/transferUvs.cpp
     mesh/texture/uvPieces.cpp
     mesh/texture/uvSets.cpp
 )

@@ -1,4 +1,5 @@
 list(APPEND SOURCES
+    mesh/shape/circularizeTest.cpp
     mesh/shape/movedPointsTest.cpp
     mesh/shape/normalOperationsTest.cpp
     mesh/shape/smoothMeshTest.cpp
