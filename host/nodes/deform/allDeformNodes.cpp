@@ -7,10 +7,14 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 13> kDeformNodes{
-    &kBlendShape,   &kCluster,     &kDeformBend, &kDeformFlare, &kDeformSine,
-    &kDeformSquash, &kDeformTwist, &kDeformWave, &kFfd,         &kLattice,
-    &kNonLinear,    &kSkinCluster, &kSoftMod,
+constinit const std::array<const NodeCompute*, 14> kDeformNodes{
+    &kBlendShape,  &kCluster,
+    &kDeformBend,  &kDeformFlare,
+    &kDeformSine,  &kDeformSquash,
+    &kDeformTwist, &kDeformWave,
+    &kFfd,         &kLattice,
+    &kNonLinear,   &kSkinCluster,
+    &kSoftMod,     &kTransferAttributes,
 };
 
 } // namespace

@@ -18,5 +18,6 @@ extern const NodeCompute kLattice;
 extern const NodeCompute kNonLinear;
 extern const NodeCompute kSkinCluster;
 extern const NodeCompute kSoftMod;
+extern const NodeCompute kTransferAttributes;
 
 } // namespace host::nodes

@@ -12,4 +12,5 @@ list(APPEND SOURCES
     deform/skinCluster.cpp
     deform/skinInputs.cpp
     deform/softMod.cpp
+    deform/transferAttributes.cpp
 )

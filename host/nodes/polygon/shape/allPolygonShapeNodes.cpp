@@ -7,10 +7,10 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 11> kNodes{
-    &kPolyAverageVertex, &kPolyMoveEdge,        &kPolyMoveFace, &kPolyMoveVertex,
-    &kPolyNormal,        &kPolyNormalPerVertex, &kPolySmooth,   &kPolySmoothFace,
-    &kPolySmoothProxy,   &kPolySoftEdge,        &kPolyTweak,
+constinit const std::array<const NodeCompute*, 12> kNodes{
+    &kPolyAverageVertex, &kPolyCircularize, &kPolyMoveEdge,        &kPolyMoveFace,
+    &kPolyMoveVertex,    &kPolyNormal,      &kPolyNormalPerVertex, &kPolySmooth,
+    &kPolySmoothFace,    &kPolySmoothProxy, &kPolySoftEdge,        &kPolyTweak,
 };
 
 } // namespace

@@ -6,6 +6,7 @@
 namespace host::nodes {
 
 extern const NodeCompute kPolyAverageVertex;
+extern const NodeCompute kPolyCircularize;
 extern const NodeCompute kPolyMoveEdge;
 extern const NodeCompute kPolyMoveFace;
 extern const NodeCompute kPolyMoveVertex;

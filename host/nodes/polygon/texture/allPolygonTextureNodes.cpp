@@ -7,13 +7,18 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 27> kNodes{
-    &kBlendColorSets,     &kCopyColorSet, &kCopyUVSet,       &kCreateColorSet, &kCreateUVSet,
-    &kDeleteColorSet,     &kDeleteUVSet,  &kPolyAutoProj,    &kPolyColorDel,   &kPolyColorMod,
-    &kPolyColorPerVertex, &kPolyCopyUV,   &kPolyCrease,      &kPolyCylProj,    &kPolyFlipUV,
-    &kPolyLayoutUV,       &kPolyMapCut,   &kPolyMapDel,      &kPolyMapSew,     &kPolyMapSewMove,
-    &kPolyMergeUV,        &kPolyMoveUV,   &kPolyNormalizeUV, &kPolyPinUV,      &kPolyPlanarProj,
-    &kPolySphProj,        &kPolyTweakUV,
+constinit const std::array<const NodeCompute*, 33> kNodes{
+    &kBlendColorSets, &kCopyColorSet,       &kCopyUVSet,
+    &kCreateColorSet, &kCreateUVSet,        &kDeleteColorSet,
+    &kDeleteUVSet,    &kPolyAutoProj,       &kPolyColorDel,
+    &kPolyColorMod,   &kPolyColorPerVertex, &kPolyContourProj,
+    &kPolyCopyUV,     &kPolyCrease,         &kPolyCylProj,
+    &kPolyFlipUV,     &kPolyLayoutUV,       &kPolyMapCut,
+    &kPolyMapDel,     &kPolyMapSew,         &kPolyMapSewMove,
+    &kPolyMergeUV,    &kPolyMoveUV,         &kPolyNormalizeUV,
+    &kPolyOptUvs,     &kPolyPinUV,          &kPolyPlanarProj,
+    &kPolyProj,       &kPolySphProj,        &kPolyStraightenUVBorder,
+    &kPolyTweakUV,    &kPolyUVRectangle,    &kUnfold3DUnfold,
 };
 
 } // namespace

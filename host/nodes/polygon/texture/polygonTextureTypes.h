@@ -16,6 +16,7 @@ extern const NodeCompute kPolyAutoProj;
 extern const NodeCompute kPolyColorDel;
 extern const NodeCompute kPolyColorMod;
 extern const NodeCompute kPolyColorPerVertex;
+extern const NodeCompute kPolyContourProj;
 extern const NodeCompute kPolyCopyUV;
 extern const NodeCompute kPolyCrease;
 extern const NodeCompute kPolyCylProj;
@@ -28,9 +29,14 @@ extern const NodeCompute kPolyMapSewMove;
 extern const NodeCompute kPolyMergeUV;
 extern const NodeCompute kPolyMoveUV;
 extern const NodeCompute kPolyNormalizeUV;
+extern const NodeCompute kPolyOptUvs;
 extern const NodeCompute kPolyPinUV;
 extern const NodeCompute kPolyPlanarProj;
+extern const NodeCompute kPolyProj;
 extern const NodeCompute kPolySphProj;
+extern const NodeCompute kPolyStraightenUVBorder;
 extern const NodeCompute kPolyTweakUV;
+extern const NodeCompute kPolyUVRectangle;
+extern const NodeCompute kUnfold3DUnfold;
 
 } // namespace host::nodes

@@ -7,7 +7,7 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 39> kNodes{
+constinit const std::array<const NodeCompute*, 43> kNodes{
     &kDeleteComponent,   &kPolyAppend,
     &kPolyAppendVertex,  &kPolyBevel,
     &kPolyBevel2,        &kPolyBevel3,
@@ -17,17 +17,19 @@ constinit const std::array<const NodeCompute*, 39> kNodes{
     &kPolyCollapseF,     &kPolyConnectComponents,
     &kPolyCut,           &kPolyDelEdge,
     &kPolyDelFacet,      &kPolyDelVertex,
-    &kPolyExtrudeEdge,   &kPolyExtrudeFace,
-    &kPolyExtrudeVertex, &kPolyFlipEdge,
+    &kPolyDuplicateEdge, &kPolyExtrudeEdge,
+    &kPolyExtrudeFace,   &kPolyExtrudeVertex,
+    &kPolyFlipEdge,      &kPolyHoleFace,
     &kPolyMergeEdge,     &kPolyMergeVert,
     &kPolyMirror,        &kPolyPoke,
     &kPolyQuad,          &kPolyReduce,
     &kPolySeparate,      &kPolySewEdge,
-    &kPolySplit,         &kPolySplitEdge,
-    &kPolySplitRing,     &kPolySplitVert,
-    &kPolySubdEdge,      &kPolySubdFace,
-    &kPolyTransfer,      &kPolyTriangulate,
-    &kPolyUnite,
+    &kPolySpinEdge,      &kPolySplit,
+    &kPolySplitEdge,     &kPolySplitRing,
+    &kPolySplitVert,     &kPolySubdEdge,
+    &kPolySubdFace,      &kPolyTransfer,
+    &kPolyTriangulate,   &kPolyUnite,
+    &kPolyWedgeFace,
 };
 
 } // namespace

@@ -3,26 +3,14 @@
 #include "host/nodes/polygon/meshInputs.h"
 #include "host/nodes/polygon/topology/polygonTopologyTypes.h"
 
+#include "host/geometry/mesh/texture/transferUvs.h"
+
 namespace host::nodes {
 namespace {
 
 constexpr auto kInputs = meshInputs("otherPoly", "vertices", "uvSets");
 constexpr std::array<std::string_view, 1> kOutputs{"output"};
 enum Input : std::size_t { kOther = kFirstOwnInput, kVertices, kUvSets };
-
-/// Texture coordinates go by corners: those of both meshes must stand at the same vertices.
-bool haveSameCorners(const geometry::MeshTopology& a, const geometry::MeshTopology& b)
-{
-    if (a.corners.size() != b.corners.size() || a.loopStart != b.loopStart) {
-        return false;
-    }
-    for (std::uint32_t corner = 0; corner < a.corners.size(); ++corner) {
-        if (a.cornerVertex(corner) != b.cornerVertex(corner)) {
-            return false;
-        }
-    }
-    return true;
-}
 
 Expected<Value> compute(ComputeContext& context)
 {
@@ -36,7 +24,7 @@ Expected<Value> compute(ComputeContext& context)
     const geometry::MeshTopology& topology = *task.mesh->topology;
     const bool hasPoints =
         other->points != nullptr && other->topology->vertexCount == topology.vertexCount;
-    const bool hasUvs = haveSameCorners(topology, *other->topology);
+    const bool hasUvs = geometry::haveSameCorners(topology, *other->topology);
     if ((takesPoints && !hasPoints) || (takesUvs && !hasUvs)) {
         context.noteLack(Lack::Input);
     }

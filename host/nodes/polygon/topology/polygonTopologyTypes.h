@@ -23,10 +23,12 @@ extern const NodeCompute kPolyCut;
 extern const NodeCompute kPolyDelEdge;
 extern const NodeCompute kPolyDelFacet;
 extern const NodeCompute kPolyDelVertex;
+extern const NodeCompute kPolyDuplicateEdge;
 extern const NodeCompute kPolyExtrudeEdge;
 extern const NodeCompute kPolyExtrudeFace;
 extern const NodeCompute kPolyExtrudeVertex;
 extern const NodeCompute kPolyFlipEdge;
+extern const NodeCompute kPolyHoleFace;
 extern const NodeCompute kPolyMergeEdge;
 extern const NodeCompute kPolyMergeVert;
 extern const NodeCompute kPolyMirror;
@@ -35,6 +37,7 @@ extern const NodeCompute kPolyQuad;
 extern const NodeCompute kPolyReduce;
 extern const NodeCompute kPolySeparate;
 extern const NodeCompute kPolySewEdge;
+extern const NodeCompute kPolySpinEdge;
 extern const NodeCompute kPolySplit;
 extern const NodeCompute kPolySplitEdge;
 extern const NodeCompute kPolySplitRing;
@@ -44,5 +47,6 @@ extern const NodeCompute kPolySubdFace;
 extern const NodeCompute kPolyTransfer;
 extern const NodeCompute kPolyTriangulate;
 extern const NodeCompute kPolyUnite;
+extern const NodeCompute kPolyWedgeFace;
 
 } // namespace host::nodes

@@ -11,16 +11,19 @@ list(APPEND SOURCES
     polygon/topology/polyConnectComponents.cpp
     polygon/topology/polyCut.cpp
     polygon/topology/polyDelete.cpp
+    polygon/topology/polyDuplicateEdge.cpp
     polygon/topology/polyExtrudeEdge.cpp
     polygon/topology/polyExtrudeFace.cpp
     polygon/topology/polyExtrudeVertex.cpp
     polygon/topology/polyFlipEdge.cpp
+    polygon/topology/polyHoleFace.cpp
     polygon/topology/polyMergeVert.cpp
     polygon/topology/polyMirror.cpp
     polygon/topology/polyPoke.cpp
     polygon/topology/polyQuad.cpp
     polygon/topology/polyReduce.cpp
     polygon/topology/polySeparate.cpp
+    polygon/topology/polySpinEdge.cpp
     polygon/topology/polySplit.cpp
     polygon/topology/polySplitEdge.cpp
     polygon/topology/polySplitRing.cpp
@@ -29,4 +32,5 @@ list(APPEND SOURCES
     polygon/topology/polyTransfer.cpp
     polygon/topology/polyTriangulate.cpp
     polygon/topology/polyUnite.cpp
+    polygon/topology/polyWedgeFace.cpp
 )
