@@ -1,7 +1,7 @@
 // How fast operations on meshes are, against a plain copy of the same mesh; and how much a long
 // chain of small ones costs.
 //
-//   bench_kernels [RUNS [kernels|chains]]
+//   bench_kernels [RUNS [kernels|chains [NAME]]]
 //
 // Meshes are planes of about 10,000, 100,000 and 1,000,000 quads with waves and texture
 // coordinates. Prints for each operation the median of alternating runs, the time per face of the
@@ -238,9 +238,13 @@ std::vector<double> measure(const std::vector<Kernel>& all, const MeshData& mesh
     return medians;
 }
 
-void measureKernels(int runs)
+/// All kernels, or the plain copy and the one of that name.
+void measureKernels(int runs, std::string_view name)
 {
     std::vector<Kernel> all = kernels();
+    std::erase_if(all, [name](const Kernel& kernel) {
+        return !name.empty() && kernel.name != name && kernel.name != std::string_view("copy");
+    });
     std::array<std::vector<double>, kColumns.size()> perFace;
     std::array<std::vector<double>, kColumns.size()> seconds;
     for (std::size_t size = 0; size < kColumns.size(); ++size) {
@@ -423,12 +427,14 @@ void measureChain(const Chain& chain, int runs, const std::string& folder)
     std::fflush(stdout);
 }
 
-void measureChains(int runs)
+void measureChains(int runs, std::string_view name)
 {
     const auto folder = std::filesystem::temp_directory_path() / "bench_kernels";
     std::filesystem::create_directories(folder);
     for (const Chain& chain : chains()) {
-        measureChain(chain, runs, folder.string());
+        if (name.empty() || name == chain.name) {
+            measureChain(chain, runs, folder.string());
+        }
     }
     std::filesystem::remove_all(folder);
 }
@@ -440,11 +446,12 @@ int main(int argc, char** argv)
     platform::expectLargeArrays(); // as the importer does
     const int runs = argc > 1 ? std::max(1, std::atoi(argv[1])) : 5;
     const std::string_view only = argc > 2 ? argv[2] : "";
+    const std::string_view name = argc > 3 ? argv[3] : "";
     if (only != "chains") {
-        measureKernels(runs);
+        measureKernels(runs, name);
     }
     if (only != "kernels") {
-        measureChains(runs);
+        measureChains(runs, name);
     }
     return 0;
 }

@@ -9,40 +9,8 @@
 namespace host::geometry {
 namespace {
 
-constexpr std::uint32_t kGone = 0xffffffff;
-
 /// 1 for what is kept, 0 for the rest.
 using KeptParts = std::vector<std::uint8_t>;
-
-bool areAllKept(const KeptParts& isKept)
-{
-    return std::find(isKept.begin(), isKept.end(), std::uint8_t{0}) == isKept.end();
-}
-
-/// New numbers of the parts that are kept, in order; kGone for the others.
-std::vector<std::uint32_t> closeUp(const KeptParts& isKept)
-{
-    std::vector<std::uint32_t> numbers(isKept.size(), kGone);
-    std::uint32_t next = 0;
-    for (std::size_t i = 0; i < isKept.size(); ++i) {
-        if (isKept[i] != 0) {
-            numbers[i] = next++;
-        }
-    }
-    return numbers;
-}
-
-template<class T>
-void keepOnly(std::vector<T>& parts, const std::vector<std::uint32_t>& numbers)
-{
-    std::size_t kept = 0;
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-        if (numbers[i] != kGone) {
-            parts[kept++] = parts[i];
-        }
-    }
-    parts.resize(kept);
-}
 
 std::shared_ptr<const std::vector<std::uint32_t>> share(std::vector<std::uint32_t>&& numbers)
 {
@@ -252,20 +220,16 @@ void MeshRewriter::removeEdges()
             isKept[edgeOf(reference)] = 1;
         }
     }
-    if (areAllKept(isKept)) {
+    const Gaps gaps(isKept);
+    if (gaps.isEmpty()) {
         return;
     }
-    const std::vector<std::uint32_t> numbers = closeUp(isKept);
-    keepOnly(m_edges, numbers);
-    keepOnly(m_edgeSmooth, numbers);
+    gaps.close(m_edges);
+    gaps.close(m_edgeSmooth);
     if (!m_edgeSource.empty()) {
-        keepOnly(m_edgeSource, numbers);
+        gaps.close(m_edgeSource);
     }
-    for (std::int32_t& reference : m_corners) {
-        if (edgeOf(reference) < numbers.size()) {
-            reference = referenceTo(numbers[edgeOf(reference)], reference < 0);
-        }
-    }
+    gaps.renumberReferences(m_corners);
 }
 
 void MeshRewriter::removePoints()
@@ -278,17 +242,9 @@ void MeshRewriter::removePoints()
             }
         }
     }
-    if (areAllKept(isKept)) {
-        return;
-    }
-    const std::vector<std::uint32_t> numbers = closeUp(isKept);
-    keepOnly(m_points, numbers);
-    for (MeshEdge& edge : m_edges) {
-        if (edge.start < numbers.size() && edge.end < numbers.size()) {
-            edge = {numbers[edge.start], numbers[edge.end]};
-        }
-    }
-    m_pointNumbers = numbers;
+    m_pointGaps = Gaps(isKept);
+    m_pointGaps.renumberEnds(m_edges);
+    m_pointGaps.close(m_points);
 }
 
 void MeshRewriter::removeUvs(WrittenUvs& set)
@@ -299,15 +255,10 @@ void MeshRewriter::removeUvs(WrittenUvs& set)
             isKept[static_cast<std::size_t>(id)] = 1;
         }
     }
-    if (areAllKept(isKept)) {
-        return;
-    }
-    const std::vector<std::uint32_t> numbers = closeUp(isKept);
-    keepOnly(set.points, numbers);
-    for (std::int32_t& id : set.corners) {
-        if (id >= 0 && static_cast<std::size_t>(id) < numbers.size()) {
-            id = static_cast<std::int32_t>(numbers[static_cast<std::size_t>(id)]);
-        }
+    const Gaps gaps(isKept);
+    if (!gaps.isEmpty()) {
+        gaps.close(set.points);
+        gaps.renumberIds(set.corners);
     }
 }
 
@@ -327,18 +278,10 @@ void MeshRewriter::carryGroups(MeshData& mesh) const
     }
 }
 
-/// What became of a point; kGone where it was left out.
-std::uint32_t MeshRewriter::numberOf(std::uint32_t point) const
-{
-    return m_pointNumbers.empty()          ? point
-           : point < m_pointNumbers.size() ? m_pointNumbers[point]
-                                           : kGone;
-}
-
 /// Points stay in their groups, and so do those that became parts of them; others are in none.
 void MeshRewriter::carryPointGroups(MeshData& mesh) const
 {
-    if (mesh.pointGroups.empty() || (m_pointNumbers.empty() && m_copies.empty())) {
+    if (mesh.pointGroups.empty() || (m_pointGaps.isEmpty() && m_copies.empty())) {
         return;
     }
     const NumberLists copiesOf(m_copySource, m_before.topology->vertexCount);
@@ -348,7 +291,7 @@ void MeshRewriter::carryPointGroups(MeshData& mesh) const
         }
         std::vector<std::uint32_t> carried;
         const auto carry = [&](std::uint32_t point) {
-            if (const std::uint32_t number = numberOf(point); number != kGone) {
+            if (const std::uint32_t number = m_pointGaps.numberOf(point); number != kNone) {
                 carried.push_back(number);
             }
         };
@@ -379,7 +322,7 @@ void MeshRewriter::carryCreases(MeshData& mesh) const
     }
     for (std::size_t i = 0; i < before.vertices.size(); ++i) {
         const std::uint32_t vertex = before.vertices[i];
-        if (const std::uint32_t number = numberOf(vertex); number != kGone) {
+        if (const std::uint32_t number = m_pointGaps.numberOf(vertex); number != kNone) {
             carried.vertices.push_back(number);
             carried.vertexValues.push_back(before.vertexValues[i]);
         }

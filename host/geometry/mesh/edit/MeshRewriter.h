@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/geometry/mesh/MeshData.h"
+#include "host/geometry/mesh/edit/Gaps.h"
 
 #include <cstdint>
 #include <memory>
@@ -89,7 +90,6 @@ private:
     void carryGroups(MeshData& mesh) const;
     void carryPointGroups(MeshData& mesh) const;
     void carryCreases(MeshData& mesh) const;
-    std::uint32_t numberOf(std::uint32_t point) const;
     MeshTopology takeTopology();
 
     const MeshData& m_before;
@@ -104,9 +104,9 @@ private:
     std::vector<std::uint32_t> m_faceLoop{0};
     std::vector<std::uint32_t> m_faceSource;
     std::vector<WrittenUvs> m_uvSets;
-    std::vector<std::uint32_t> m_pointNumbers; ///< new ones by old ones, once points are left out
-    std::vector<std::uint32_t> m_copies;       ///< points that are part of another, ascending
-    std::vector<std::uint32_t> m_copySource;   ///< the other of each; both empty without groups
+    Gaps m_pointGaps;                        ///< points that are left out
+    std::vector<std::uint32_t> m_copies;     ///< points that are part of another, ascending
+    std::vector<std::uint32_t> m_copySource; ///< the other of each; both empty without groups
 };
 
 } // namespace host::geometry

@@ -4,6 +4,7 @@ list(APPEND SOURCES
     mesh/edit/BevelUvs.cpp
     mesh/edit/BorderWalker.cpp
     mesh/edit/ComponentMotion.cpp
+    mesh/edit/Gaps.cpp
     mesh/edit/MeshCutter.cpp
     mesh/edit/MeshLinks.cpp
     mesh/edit/MeshRewriter.cpp

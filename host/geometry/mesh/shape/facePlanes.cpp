@@ -2,6 +2,8 @@
 
 #include "host/geometry/mesh/normals.h"
 
+#include <algorithm>
+
 namespace host::geometry {
 
 std::vector<PolygonPlane> facePlanes(const MeshTopology& topology, std::span<const Vec3d> points)
@@ -32,14 +34,32 @@ LazyPlanes::LazyPlanes(const MeshData& mesh, const Matrix4& space)
 
 const PolygonPlane& LazyPlanes::of(std::uint32_t face)
 {
-    if (m_place.empty()) {
-        m_place.resize(m_topology.faceCount());
+    const std::size_t place = placeOf(face);
+    if (place < m_planes.size()) {
+        return m_planes[place];
     }
-    if (m_place[face] == 0) {
-        m_planes.push_back(compute(face));
-        m_place[face] = static_cast<std::uint32_t>(m_planes.size());
+    m_planes.push_back(compute(face));
+    m_faces.push_back(face);
+    if (!m_places.empty()) {
+        m_places[face] = static_cast<std::uint32_t>(m_planes.size());
     }
-    return m_planes[m_place[face] - 1];
+    return m_planes.back();
+}
+
+std::size_t LazyPlanes::placeOf(std::uint32_t face)
+{
+    constexpr std::size_t kMostFew = 16;
+    if (m_places.empty() && m_faces.size() < kMostFew) {
+        return static_cast<std::size_t>(std::find(m_faces.begin(), m_faces.end(), face) -
+                                        m_faces.begin());
+    }
+    if (m_places.empty()) {
+        m_places.resize(m_topology.faceCount());
+        for (std::uint32_t place = 0; place < m_faces.size(); ++place) {
+            m_places[m_faces[place]] = place + 1;
+        }
+    }
+    return m_places[face] != 0 ? m_places[face] - std::size_t{1} : m_planes.size();
 }
 
 PolygonPlane LazyPlanes::compute(std::uint32_t face)

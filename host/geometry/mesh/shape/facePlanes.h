@@ -23,13 +23,16 @@ public:
     const PolygonPlane& of(std::uint32_t face);
 
 private:
+    /// Where the face's plane is; the number of planes where it is not computed yet.
+    std::size_t placeOf(std::uint32_t face);
     PolygonPlane compute(std::uint32_t face);
 
     const MeshTopology& m_topology;
     std::span<const Vec3f> m_points;
     Matrix4 m_space;
-    std::vector<std::uint32_t> m_place; ///< by face, plus 1; 0: not computed yet
-    std::vector<PolygonPlane> m_planes;
+    std::vector<std::uint32_t> m_faces;  ///< in the order in which they were asked for
+    std::vector<PolygonPlane> m_planes;  ///< of those
+    std::vector<std::uint32_t> m_places; ///< by face, plus 1, 0: none; empty while they are few
     std::vector<Vec3d> m_corners;
     std::vector<std::uint32_t> m_ends;
 };

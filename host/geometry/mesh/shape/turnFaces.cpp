@@ -89,23 +89,39 @@ std::vector<Way> conformedWays(const MeshTopology& topology, std::span<const std
     return ways;
 }
 
-std::vector<Way> waysOf(const MeshTopology& topology, std::span<const std::uint32_t> faces,
-                        TurnMode mode)
+/// The ways of all faces after the given ones gave theirs to those that are joined to them.
+std::vector<Way> spreadWays(const MeshTopology& topology, std::span<const std::uint32_t> faces,
+                            Way way)
 {
-    if (mode == TurnMode::Conform) {
-        return conformedWays(topology, faces);
-    }
-    std::vector<Way> ways(topology.faceCount(), Way::Unknown);
-    for (const std::uint32_t face : faces) {
-        ways[face] = mode == TurnMode::Propagate ? Way::Kept : Way::Turned;
-    }
-    if (mode != TurnMode::Propagate && mode != TurnMode::ReverseAndPropagate) {
-        return ways;
-    }
     WaySpread spread(topology);
-    spread.ways() = std::move(ways);
+    for (const std::uint32_t face : faces) {
+        spread.ways()[face] = way;
+    }
     spread.spread({faces.begin(), faces.end()}, [](std::uint32_t) { return true; });
     return spread.ways();
+}
+
+/// Ascending, each once.
+std::vector<std::uint32_t> turnedFaces(const MeshTopology& topology,
+                                       std::span<const std::uint32_t> faces, TurnMode mode)
+{
+    std::vector<std::uint32_t> turned;
+    if (mode == TurnMode::Reverse || mode == TurnMode::ReverseAndCut) {
+        turned.assign(faces.begin(), faces.end());
+        std::sort(turned.begin(), turned.end());
+        turned.erase(std::unique(turned.begin(), turned.end()), turned.end());
+        return turned;
+    }
+    const std::vector<Way> ways =
+        mode == TurnMode::Conform
+            ? conformedWays(topology, faces)
+            : spreadWays(topology, faces, mode == TurnMode::Propagate ? Way::Kept : Way::Turned);
+    for (std::uint32_t face = 0; face < ways.size(); ++face) {
+        if (ways[face] == Way::Turned) {
+            turned.push_back(face);
+        }
+    }
+    return turned;
 }
 
 /// Runs a loop's entries backwards from the same first one.
@@ -125,14 +141,11 @@ void turnLoop(std::vector<std::int32_t>& corners, std::uint32_t first, std::uint
     }
 }
 
-/// Calls `turn` with the ends of each loop of turned faces.
+/// Calls `turn` with the ends of each loop of the faces.
 template<class Turn>
-void forTurnedLoops(const MeshTopology& topology, std::span<const Way> ways, const Turn& turn)
+void forLoops(const MeshTopology& topology, std::span<const std::uint32_t> faces, const Turn& turn)
 {
-    for (std::uint32_t face = 0; face < ways.size(); ++face) {
-        if (ways[face] != Way::Turned) {
-            continue;
-        }
+    for (const std::uint32_t face : faces) {
         for (std::uint32_t loop = topology.firstLoop(face); loop < topology.firstLoop(face + 1);
              ++loop) {
             turn(topology.loopStart[loop], topology.loopStart[loop + 1]);
@@ -140,27 +153,27 @@ void forTurnedLoops(const MeshTopology& topology, std::span<const Way> ways, con
     }
 }
 
-void turnUvs(MeshData& mesh, std::span<const Way> ways)
+void turnUvs(MeshData& mesh, std::span<const std::uint32_t> faces)
 {
     for (UvSet& set : mesh.uvSets) {
         if (set.corners == nullptr || set.corners->empty()) {
             continue;
         }
         std::vector<std::int32_t> ids = *set.corners;
-        forTurnedLoops(*mesh.topology, ways, [&ids](std::uint32_t first, std::uint32_t end) {
-            turnEntries(ids, first, end);
-        });
+        forLoops(*mesh.topology, faces,
+                 [&ids](std::uint32_t first, std::uint32_t end) { turnEntries(ids, first, end); });
         set.corners = std::make_shared<const std::vector<std::int32_t>>(std::move(ids));
     }
 }
 
-std::vector<Vec3f> turnedNormals(const MeshData& mesh, std::span<const Way> ways, bool turnsLocked)
+std::vector<Vec3f> turnedNormals(const MeshData& mesh, std::span<const std::uint32_t> faces,
+                                 bool turnsLocked)
 {
     std::vector<Vec3f> locked = lockedNormalsOfCorners(mesh);
     if (locked.empty()) {
         return locked;
     }
-    forTurnedLoops(*mesh.topology, ways, [&](std::uint32_t first, std::uint32_t end) {
+    forLoops(*mesh.topology, faces, [&](std::uint32_t first, std::uint32_t end) {
         turnEntries(locked, first, end);
         for (std::uint32_t corner = first; corner < end && turnsLocked; ++corner) {
             Vec3f& normal = locked[corner];
@@ -170,13 +183,13 @@ std::vector<Vec3f> turnedNormals(const MeshData& mesh, std::span<const Way> ways
     return locked;
 }
 
-MeshData turned(const MeshData& mesh, std::span<const Way> ways, bool turnsLocked)
+MeshData turned(const MeshData& mesh, std::span<const std::uint32_t> faces, bool turnsLocked)
 {
     MeshData result = mesh;
-    const std::vector<Vec3f> locked = turnedNormals(mesh, ways, turnsLocked);
-    turnUvs(result, ways);
+    const std::vector<Vec3f> locked = turnedNormals(mesh, faces, turnsLocked);
+    turnUvs(result, faces);
     auto topology = std::make_shared<MeshTopology>(*mesh.topology);
-    forTurnedLoops(*mesh.topology, ways, [&topology](std::uint32_t first, std::uint32_t end) {
+    forLoops(*mesh.topology, faces, [&topology](std::uint32_t first, std::uint32_t end) {
         turnLoop(topology->corners, first, end);
     });
     result.topology = std::move(topology);
@@ -187,9 +200,12 @@ MeshData turned(const MeshData& mesh, std::span<const Way> ways, bool turnsLocke
 /// Gives the turned faces vertices and edges of their own where others have them as well.
 class Cut {
 public:
-    Cut(const MeshData& mesh, std::span<const Way> ways)
-        : m_topology(*mesh.topology), m_ways(ways), m_rewriter(mesh)
+    Cut(const MeshData& mesh, std::span<const std::uint32_t> faces)
+        : m_topology(*mesh.topology), m_isTurned(m_topology.faceCount()), m_rewriter(mesh)
     {
+        for (const std::uint32_t face : faces) {
+            m_isTurned[face] = true;
+        }
         const CornerLinks links(m_topology);
         copyVertices(links);
         copyEdges(mesh, links);
@@ -197,8 +213,8 @@ public:
 
     std::shared_ptr<const MeshData> run()
     {
-        for (std::uint32_t face = 0; face < m_ways.size(); ++face) {
-            if (m_ways[face] != Way::Turned) {
+        for (std::uint32_t face = 0; face < m_isTurned.size(); ++face) {
+            if (!m_isTurned[face]) {
                 m_rewriter.copyFace(face);
                 continue;
             }
@@ -221,7 +237,7 @@ public:
 private:
     bool isTurned(const CornerLinks& links, std::uint32_t corner) const
     {
-        return m_ways[links.face(corner)] == Way::Turned;
+        return m_isTurned[links.face(corner)];
     }
     bool isShared(const CornerLinks& links, std::span<const std::uint32_t> corners) const
     {
@@ -261,7 +277,7 @@ private:
     }
 
     const MeshTopology& m_topology;
-    std::span<const Way> m_ways;
+    std::vector<bool> m_isTurned; ///< by face
     MeshRewriter m_rewriter;
     std::vector<std::uint32_t> m_vertexCopy;
     std::vector<std::uint32_t> m_edgeCopy;
@@ -273,21 +289,21 @@ std::shared_ptr<const MeshData> turnFaces(const MeshData& mesh,
                                           std::span<const std::uint32_t> faces, TurnMode mode,
                                           bool turnsLocked)
 {
-    const std::vector<Way> ways = waysOf(*mesh.topology, faces, mode);
-    if (std::find(ways.begin(), ways.end(), Way::Turned) == ways.end()) {
+    const std::vector<std::uint32_t> turning = turnedFaces(*mesh.topology, faces, mode);
+    if (turning.empty()) {
         return std::make_shared<MeshData>(mesh);
     }
     if (mode != TurnMode::ReverseAndCut) {
-        return std::make_shared<MeshData>(turned(mesh, ways, turnsLocked));
+        return std::make_shared<MeshData>(turned(mesh, turning, turnsLocked));
     }
     const std::vector<Vec3f> locked = lockedNormalsOfCorners(mesh);
-    const auto cut = Cut(mesh, ways).run();
+    const auto cut = Cut(mesh, turning).run();
     if (cut == nullptr) {
         return nullptr;
     }
     MeshData apart = *cut;
     apart.lockedNormals = lockedNormalsById(apart, locked);
-    return std::make_shared<MeshData>(turned(apart, ways, turnsLocked));
+    return std::make_shared<MeshData>(turned(apart, turning, turnsLocked));
 }
 
 } // namespace host::geometry

@@ -7,6 +7,7 @@ list(APPEND SOURCES
     mesh/edit/duplicateEdgeLoopsTest.cpp
     mesh/edit/extrudeTest.cpp
     mesh/edit/faceUsesTest.cpp
+    mesh/edit/gapsTest.cpp
     mesh/edit/joinVerticesTest.cpp
     mesh/edit/meshLinksTest.cpp
     mesh/edit/meshRewriterTest.cpp
