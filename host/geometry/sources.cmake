@@ -2,12 +2,16 @@
 set(SOURCES
     mesh/MeshData.cpp
     mesh/PlanarRing.cpp
+    mesh/PlainRenderMesh.cpp
+    mesh/PlainVertices.cpp
     mesh/PolygonCutter.cpp
     mesh/ReflexGrid.cpp
+    mesh/RenderStreams.cpp
     mesh/buildTopology.cpp
     mesh/componentList.cpp
     mesh/normalIds.cpp
     mesh/normals.cpp
+    mesh/plainNormals.cpp
     mesh/polygon.cpp
     mesh/renderMesh.cpp
     mesh/triangulate.cpp
@@ -18,7 +22,7 @@ foreach(folder animation curve deform hair mesh/edit mesh/primitives mesh/shape 
 endforeach()
 # Square roots that report no errors in errno can be taken several at once; their values are the same.
 if(NOT MSVC)
-    foreach(source normals triangulate)
+    foreach(source normals plainNormals triangulate)
         set_source_files_properties(${PROJECT_SOURCE_DIR}/host/geometry/mesh/${source}.cpp PROPERTIES
             COMPILE_OPTIONS "-fno-math-errno;-fno-trapping-math" SKIP_PRECOMPILE_HEADERS ON)
     endforeach()

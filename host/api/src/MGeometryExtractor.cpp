@@ -7,45 +7,37 @@
 #include <maya/detail/ArrayOf.h>
 
 #include <algorithm>
-#include <array>
-#include <bit>
 #include <cstdint>
 #include <exception>
 #include <span>
 #include <string>
-#include <vector>
 
 using host::ErrorCode;
 using host::api::answer;
 using host::api::Component;
 using host::api::Inside;
 using host::api::toStatus;
-using host::geometry::RenderMesh;
+using host::geometry::RenderStream;
+using host::geometry::RenderStreams;
 
 namespace MHWRender {
 
 /// A stream that was asked for whole is given back where nobody else holds the mesh: the caller has
 /// its own copy then, and most ask once. Asked for again, the mesh is extracted again.
 struct MGeometryExtractor::Content {
-    mutable std::shared_ptr<const RenderMesh> mesh; ///< faceFirstTriangle is always there
+    mutable std::shared_ptr<RenderStreams> mesh;
     MDagPath path;
     std::string uvSetName;
     bool isCage = false;    ///< smooth-mesh preview is left out
     bool isSurface = false; ///< the faces of a component mean nothing: always everything
-    std::size_t vertexCount = 0;
 
-    /// The mesh with all streams, or why it is gone.
-    MStatus makeWhole() const;
-    template<class T>
-    void giveBack(std::vector<T> RenderMesh::*stream) const;
-    /// Copies a vertex stream.
-    template<class T>
-    MStatus populate(std::vector<T> RenderMesh::*stream, float* target, std::size_t count,
+    /// Makes a stream that was given back anew, or says why that cannot be.
+    MStatus provide(RenderStream stream) const;
+    void giveBack(RenderStream stream) const;
+    MStatus populate(RenderStream stream, float* target, std::size_t count,
                      const MVertexBufferDescriptor& descriptor) const;
-    std::size_t faceCount() const { return mesh->faceFirstTriangle.size() - 1; }
-    std::size_t firstTriangle(std::size_t face) const { return mesh->faceFirstTriangle[face]; }
-    /// Calls with the first and the end triangle of each run of faces that a component has; null:
-    /// all faces.
+    /// Calls with the first and the end face of each run of faces that a component has; null: all
+    /// faces.
     template<class Action>
     void eachRun(const MObject& component, Action action) const;
 };
@@ -53,17 +45,15 @@ struct MGeometryExtractor::Content {
 template<class Action>
 void MGeometryExtractor::Content::eachRun(const MObject& component, Action action) const
 {
-    const auto give = [&](std::size_t firstFace, std::size_t endFace) {
-        action(firstTriangle(firstFace), firstTriangle(endFace));
-    };
+    const std::uint32_t faceCount = mesh->faceCount();
     const Component* faces = Inside::componentOf(component);
     if (component.isNull() || isSurface) {
-        give(0, faceCount());
+        action(std::uint32_t{0}, faceCount);
     } else if (faces != nullptr && faces->isComplete) {
-        give(0, std::min<std::size_t>(faces->completeCount, faceCount()));
+        action(std::uint32_t{0}, std::min<std::uint32_t>(faces->completeCount, faceCount));
     } else if (faces != nullptr) {
-        for (std::size_t i = 0; i < faces->count() && faces->element(i) < faceCount(); ++i) {
-            give(faces->element(i), faces->element(i) + 1);
+        for (std::size_t i = 0; i < faces->count() && faces->element(i) < faceCount; ++i) {
+            action(faces->element(i), faces->element(i) + 1);
         }
     }
 }
@@ -85,32 +75,29 @@ bool isFloatStream(const MVertexBufferDescriptor& descriptor, int width)
            descriptor.offset() >= 0;
 }
 
-/// Copies the first `dimension` numbers of each vertex to its place.
-template<class T>
-void scatter(const std::vector<T>& vertices, std::size_t count, float* target,
-             const MVertexBufferDescriptor& descriptor)
+/// Whether two streams are of the same faces and vertices.
+bool areAlike(const RenderStreams& a, const RenderStreams& b)
 {
-    const auto stride = static_cast<std::size_t>(descriptor.stride());
-    float* out = target + descriptor.offset();
-    for (std::size_t i = 0; i < count; ++i) {
-        const auto numbers =
-            std::bit_cast<std::array<float, sizeof(T) / sizeof(float)>>(vertices[i]);
-        std::copy_n(numbers.begin(), descriptor.dimension(), out + i * stride);
+    bool isSame = a.vertexCount() == b.vertexCount() && a.faceCount() == b.faceCount();
+    for (std::uint32_t face = 0; isSame && face <= a.faceCount(); ++face) {
+        isSame = a.firstTriangle(face) == b.firstTriangle(face);
     }
+    return isSame;
 }
 
 } // namespace
 
-MStatus MGeometryExtractor::Content::makeWhole() const
+MStatus MGeometryExtractor::Content::provide(RenderStream stream) const
 {
+    if (mesh->has(stream)) {
+        return MStatus();
+    }
     try {
         const auto again = host::api::renderMeshOf(path, uvSetName, isCage);
         if (!again) {
             return toStatus(again.error().code);
         }
-        const bool isSame = (*again)->positions.size() == vertexCount &&
-                            (*again)->faceFirstTriangle == mesh->faceFirstTriangle;
-        if (!isSame) { // the scene has changed since
+        if (!areAlike(**again, *mesh)) { // the scene has changed since
             return toStatus(ErrorCode::Failure);
         }
         mesh = *again;
@@ -120,26 +107,23 @@ MStatus MGeometryExtractor::Content::makeWhole() const
     }
 }
 
-template<class T>
-void MGeometryExtractor::Content::giveBack(std::vector<T> RenderMesh::*stream) const
+void MGeometryExtractor::Content::giveBack(RenderStream stream) const
 {
     if (mesh.use_count() == 1) {
-        std::vector<T>().swap((*std::const_pointer_cast<RenderMesh>(mesh)).*stream);
+        mesh->giveBack(stream);
     }
 }
 
-template<class T>
-MStatus MGeometryExtractor::Content::populate(std::vector<T> RenderMesh::*stream, float* target,
-                                              std::size_t count,
+MStatus MGeometryExtractor::Content::populate(RenderStream stream, float* target, std::size_t count,
                                               const MVertexBufferDescriptor& descriptor) const
 {
-    if (((*mesh).*stream).empty() && count > 0) {
-        if (const MStatus whole = makeWhole(); !whole) {
-            return whole;
-        }
+    if (const MStatus status = provide(stream); !status) {
+        return status;
     }
-    scatter((*mesh).*stream, count, target, descriptor);
-    if (count == vertexCount) {
+    mesh->copyVertices(stream, {target + descriptor.offset(), count,
+                                static_cast<std::size_t>(descriptor.dimension()),
+                                static_cast<std::size_t>(descriptor.stride())});
+    if (count == mesh->vertexCount()) {
         giveBack(stream);
     }
     return MStatus();
@@ -159,8 +143,7 @@ MGeometryExtractor::MGeometryExtractor(const MGeometryRequirements& requirements
         const auto mesh = host::api::renderMeshOf(path, uvSetName.asUTF8(), isCage);
         if (mesh) {
             m_content = std::make_shared<const Content>(
-                Content{*mesh, path, uvSetName.asUTF8(), isCage, path.hasFn(MFn::kNurbsSurface),
-                        (*mesh)->positions.size()});
+                Content{*mesh, path, uvSetName.asUTF8(), isCage, path.hasFn(MFn::kNurbsSurface)});
         }
         answer(ReturnStatus, toStatus(mesh));
     } catch (const std::exception&) {
@@ -172,15 +155,17 @@ MGeometryExtractor::~MGeometryExtractor() = default;
 
 unsigned int MGeometryExtractor::vertexCount() const
 {
-    return m_content != nullptr ? static_cast<unsigned int>(m_content->vertexCount) : 0;
+    return m_content != nullptr ? static_cast<unsigned int>(m_content->mesh->vertexCount()) : 0;
 }
 
 unsigned int MGeometryExtractor::primitiveCount(const MIndexBufferDescriptor& descriptor) const
 {
     std::size_t count = 0;
     if (m_content != nullptr && isTriangleList(descriptor)) {
-        m_content->eachRun(descriptor.component(),
-                           [&](std::size_t first, std::size_t end) { count += end - first; });
+        const RenderStreams& mesh = *m_content->mesh;
+        m_content->eachRun(descriptor.component(), [&](std::uint32_t first, std::uint32_t end) {
+            count += mesh.firstTriangle(end) - mesh.firstTriangle(first);
+        });
     }
     return static_cast<unsigned int>(count);
 }
@@ -196,16 +181,14 @@ MStatus MGeometryExtractor::populateVertexBuffer(void* data, unsigned int vertex
     const bool isKnown =
         isTexture || semantic == MGeometry::kPosition || semantic == MGeometry::kNormal;
     if (!isKnown || !isFloatStream(descriptor, isTexture ? 2 : 3) ||
-        (data == nullptr && vertexCount > 0) || vertexCount > m_content->vertexCount) {
+        (data == nullptr && vertexCount > 0) || vertexCount > m_content->mesh->vertexCount()) {
         return toStatus(ErrorCode::InvalidParameter);
     }
     auto* const target = static_cast<float*>(data);
-    if (isTexture) {
-        return m_content->populate(&RenderMesh::uvs, target, vertexCount, descriptor);
-    }
-    return m_content->populate(semantic == MGeometry::kNormal ? &RenderMesh::normals
-                                                              : &RenderMesh::positions,
-                               target, vertexCount, descriptor);
+    const RenderStream stream = isTexture                        ? RenderStream::Uvs
+                                : semantic == MGeometry::kNormal ? RenderStream::Normals
+                                                                 : RenderStream::Positions;
+    return m_content->populate(stream, target, vertexCount, descriptor);
 }
 
 MStatus MGeometryExtractor::populateIndexBuffer(void* data, unsigned int primitiveCount,
@@ -218,22 +201,21 @@ MStatus MGeometryExtractor::populateIndexBuffer(void* data, unsigned int primiti
         primitiveCount > this->primitiveCount(descriptor)) {
         return toStatus(ErrorCode::InvalidParameter);
     }
-    if (m_content->mesh->indices.empty() && primitiveCount > 0) {
-        if (const MStatus whole = m_content->makeWhole(); !whole) {
-            return whole;
-        }
+    if (const MStatus status = m_content->provide(RenderStream::Indices); !status) {
+        return status;
     }
-    const std::span<const std::uint32_t> indices = m_content->mesh->indices;
+    const RenderStreams& mesh = *m_content->mesh;
     auto* target = static_cast<std::uint32_t*>(data);
     std::size_t left = std::size_t{3} * primitiveCount;
-    m_content->eachRun(descriptor.component(), [&](std::size_t first, std::size_t end) {
-        const std::size_t count = std::min(left, 3 * (end - first));
-        target =
-            std::copy_n(indices.begin() + static_cast<std::ptrdiff_t>(3 * first), count, target);
+    m_content->eachRun(descriptor.component(), [&](std::uint32_t first, std::uint32_t end) {
+        const std::size_t triangles = mesh.firstTriangle(end) - mesh.firstTriangle(first);
+        const std::size_t count = std::min(left, 3 * triangles);
+        mesh.copyIndices(first, {target, count});
+        target += count;
         left -= count;
     });
-    if (std::size_t{3} * primitiveCount == indices.size()) {
-        m_content->giveBack(&RenderMesh::indices);
+    if (primitiveCount == mesh.firstTriangle(mesh.faceCount())) {
+        m_content->giveBack(RenderStream::Indices);
     }
     return MStatus();
 }

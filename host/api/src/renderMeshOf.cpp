@@ -9,6 +9,7 @@ namespace {
 
 using geometry::MeshData;
 using geometry::RenderMesh;
+using geometry::RenderStreams;
 
 /// The last result. It is known by the shape and the mesh value that it was made of; a value that
 /// is gone fits no other.
@@ -17,7 +18,7 @@ struct Kept {
     std::weak_ptr<const MeshData> source;
     std::string uvSetName;
     bool isCage = false;
-    std::shared_ptr<const RenderMesh> result;
+    std::shared_ptr<RenderStreams> result;
 };
 
 Kept& kept()
@@ -39,9 +40,24 @@ void joinFaces(const geometry::MeshTopology& before, std::uint32_t divisions, Re
     mesh.faceFirstTriangle = std::move(first);
 }
 
-std::shared_ptr<const RenderMesh> extract(session::NodeId shape,
-                                          const std::shared_ptr<const MeshData>& mesh,
-                                          std::string_view uvSetName, bool isCage)
+std::shared_ptr<RenderStreams> extract(const session::ShownMesh& shown,
+                                       const std::shared_ptr<const MeshData>& mesh,
+                                       std::string_view uvSetName)
+{
+    // Groups are kept, which a plain mesh that is held along with its streams is too large for.
+    if (shown.divisions == 0 && mesh->groups.empty()) {
+        return geometry::extractRenderStreams(shown.mesh, uvSetName);
+    }
+    auto result = std::make_shared<RenderMesh>(geometry::extractRenderMesh(*shown.mesh, uvSetName));
+    if (shown.divisions > 0) {
+        joinFaces(*mesh->topology, shown.divisions, *result);
+    }
+    return geometry::streamsOf(std::move(result));
+}
+
+std::shared_ptr<RenderStreams> keptOrExtracted(session::NodeId shape,
+                                               const std::shared_ptr<const MeshData>& mesh,
+                                               std::string_view uvSetName, bool isCage)
 {
     Kept& last = kept();
     if (last.result != nullptr && last.shape == shape && last.source.lock() == mesh &&
@@ -51,29 +67,26 @@ std::shared_ptr<const RenderMesh> extract(session::NodeId shape,
     last = Kept(); // the memory of the former goes first
     const session::ShownMesh shown =
         isCage ? session::ShownMesh{mesh, 0} : session::currentSession()->shownMesh(shape);
-    auto result = std::make_shared<RenderMesh>(geometry::extractRenderMesh(*shown.mesh, uvSetName));
-    if (shown.divisions > 0) {
-        joinFaces(*mesh->topology, shown.divisions, *result);
-    }
+    std::shared_ptr<RenderStreams> result = extract(shown, mesh, uvSetName);
     if (!mesh->groups.empty()) {
         last = {shape, mesh, std::string(uvSetName), isCage, result};
     }
     return result;
 }
 
-Expected<std::shared_ptr<const RenderMesh>> tessellationOf(session::NodeId shape)
+Expected<std::shared_ptr<RenderStreams>> tessellationOf(session::NodeId shape)
 {
     auto result = session::currentSession()->tessellation(shape);
     if (result == nullptr || result->indices.empty()) {
         return Error{ErrorCode::Failure, "a surface without geometry", {}};
     }
-    return result;
+    return geometry::streamsOf(std::move(result));
 }
 
 } // namespace
 
-Expected<std::shared_ptr<const RenderMesh>> renderMeshOf(const MDagPath& path,
-                                                         std::string_view uvSetName, bool isCage)
+Expected<std::shared_ptr<RenderStreams>> renderMeshOf(const MDagPath& path,
+                                                      std::string_view uvSetName, bool isCage)
 {
     const session::DagPath* held = Inside::pathOf(path);
     if (held == nullptr) {
@@ -89,7 +102,7 @@ Expected<std::shared_ptr<const RenderMesh>> renderMeshOf(const MDagPath& path,
     if (mesh == nullptr || mesh->topology->faceCount() == 0) {
         return Error{ErrorCode::Failure, "a mesh without faces", {}};
     }
-    return extract(held->end(), mesh, uvSetName, isCage);
+    return keptOrExtracted(held->end(), mesh, uvSetName, isCage);
 }
 
 } // namespace host::api

@@ -10,8 +10,6 @@ namespace host::geometry {
 namespace {
 
 constexpr float kUnlocked = 1e19F;
-/// A sum that is this much shorter than its terms is what rounding left of opposite normals.
-constexpr double kVanishing = 1e-10;
 
 bool isLocked(const Vec3f& normal)
 {
@@ -305,7 +303,7 @@ void FanNormals::finish()
         }
         const NormalSum& sum = m_sums[sumOf(id)];
         const double size = length(sum.vector);
-        if (size > kVanishing * sum.length && std::isfinite(size)) {
+        if (hasDirection(size, sum.length)) {
             m_normals[id] = toFloat(sum.vector * (1 / size));
         }
     }

@@ -3,6 +3,7 @@
 
 #include "host/geometry/mesh/MeshData.h"
 
+#include <cmath>
 #include <span>
 #include <vector>
 
@@ -33,6 +34,14 @@ std::vector<Vec3f> computeNormals(const MeshTopology& topology,
                                   std::span<const std::uint32_t> vertices,
                                   std::span<const Vec3f> points, NormalWeighting weighting,
                                   const NormalIds& ids, std::span<const Vec3f> locked);
+
+/// Whether a sum of weighted normals has a direction: not if it is so much shorter than its terms
+/// together that it is what rounding left of opposite ones, and not if it is infinite or no number.
+inline bool hasDirection(double sumLength, double termsLength)
+{
+    constexpr double kVanishing = 1e-10;
+    return sumLength > kVanishing * termsLength && std::isfinite(sumLength);
+}
 
 /// The points of a mesh, empty where it has none; likewise its locked normals.
 std::span<const Vec3f> pointsOf(const MeshData& mesh);

@@ -24,18 +24,6 @@ struct SplitVertex {
     std::uint32_t next = kNone;
 };
 
-const UvSet* findUvSet(const MeshData& mesh, std::string_view name)
-{
-    for (const std::string_view wanted : {name, std::string_view(mesh.currentUvSet)}) {
-        for (const UvSet& set : mesh.uvSets) {
-            if (set.name == wanted) {
-                return &set;
-            }
-        }
-    }
-    return mesh.uvSets.empty() ? nullptr : &mesh.uvSets.front();
-}
-
 std::span<const std::int32_t> uvCornersOf(const UvSet* set)
 {
     return set != nullptr && set->corners && set->points
@@ -182,6 +170,18 @@ void fillVertices(std::span<const SplitVertex> split, std::span<const Vec3f> poi
 
 } // namespace
 
+const UvSet* renderedUvSet(const MeshData& mesh, std::string_view name)
+{
+    for (const std::string_view wanted : {name, std::string_view(mesh.currentUvSet)}) {
+        for (const UvSet& set : mesh.uvSets) {
+            if (set.name == wanted) {
+                return &set;
+            }
+        }
+    }
+    return mesh.uvSets.empty() ? nullptr : &mesh.uvSets.front();
+}
+
 RenderMesh extractRenderMesh(const MeshData& mesh, std::string_view uvSetName)
 {
     assert(isConsistent(mesh) && "the mesh must be consistent");
@@ -196,7 +196,7 @@ RenderMesh extractRenderMesh(const MeshData& mesh, std::string_view uvSetName)
         const std::vector<Vec3f> normals = computeNormals(
             topology, vertices, points, mesh.normalWeighting, ids, lockedNormalsOf(mesh));
         vertexOfCorner = std::move(ids.ofCorner);
-        const UvSet* const uvSet = findUvSet(mesh, uvSetName);
+        const UvSet* const uvSet = renderedUvSet(mesh, uvSetName);
         const std::vector<SplitVertex> splitVertex =
             splitVertices(mesh, vertices, normals, uvCornersOf(uvSet), vertexOfCorner);
         std::vector<std::uint32_t>().swap(vertices); // the result is the peak of memory

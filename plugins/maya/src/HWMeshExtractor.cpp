@@ -29,13 +29,17 @@ MObject allFaces(const MFnMesh& mesh)
     return component;
 }
 
-/// Renumbers `indices` by first use; returns the source vertex of each new one. Indices beyond
-/// `vertexCount` are not expected of Maya and drop their triangle.
-std::vector<std::uint32_t> renumber(std::vector<std::int32_t>& indices, std::size_t vertexCount)
+/// Where the vertices of a mesh go: by the first use of each.
+struct NewOrder {
+    std::vector<std::int32_t> of; ///< by old vertex; kUnused: nowhere
+    std::size_t count = 0;        ///< of the used ones
+};
+
+/// Renumbers `indices` by first use. Indices beyond `vertexCount` are not expected of Maya and drop
+/// their triangle.
+NewOrder renumber(std::vector<std::int32_t>& indices, std::size_t vertexCount)
 {
-    std::vector<std::int32_t> newIndex(vertexCount, kUnused);
-    std::vector<std::uint32_t> sources;
-    sources.reserve(std::min(vertexCount, indices.size()));
+    NewOrder order{std::vector<std::int32_t>(vertexCount, kUnused)};
     const auto isKnown = [vertexCount](std::int32_t index) {
         return static_cast<std::uint32_t>(index) < vertexCount;
     };
@@ -46,39 +50,72 @@ std::vector<std::uint32_t> renumber(std::vector<std::int32_t>& indices, std::siz
             continue;
         }
         for (std::size_t corner = 0; corner < 3; ++corner) {
-            const auto source = static_cast<std::uint32_t>(indices[first + corner]);
-            if (newIndex[source] == kUnused) {
-                newIndex[source] = static_cast<std::int32_t>(sources.size());
-                sources.push_back(source);
+            std::int32_t& place = order.of[static_cast<std::size_t>(indices[first + corner])];
+            if (place == kUnused) {
+                place = static_cast<std::int32_t>(order.count++);
             }
-            indices[kept++] = newIndex[source];
+            indices[kept++] = place;
         }
     }
     indices.resize(kept);
-    return sources;
+    return order;
 }
 
-/// The values of the used vertices, in their new order; `buffer` is taken over when nothing changes
-/// places.
-std::vector<float> gather(std::vector<float>&& buffer, std::size_t stride,
-                          const std::vector<std::uint32_t>& sources)
+/// The numbers of all vertices.
+struct Streams {
+    std::vector<float> positions;
+    std::vector<float> normals;
+    std::vector<float> uvs;
+};
+
+template<std::size_t kStride>
+void exchange(float* a, float* b)
 {
-    bool isUnchanged = sources.size() * stride == buffer.size();
-    for (std::size_t i = 0; isUnchanged && i < sources.size(); ++i) {
-        isUnchanged = sources[i] == i;
+    std::swap_ranges(a, a + kStride, b);
+}
+
+/// Puts every vertex to its new place, cycle by cycle; all are used.
+void permute(Streams& streams, const std::vector<std::int32_t>& newPlace)
+{
+    std::vector<bool> isDone(newPlace.size());
+    for (std::size_t first = 0; first < newPlace.size(); ++first) {
+        if (isDone[first]) {
+            continue;
+        }
+        // The first place holds what comes to the next ones in turn, and at last its own.
+        for (auto to = static_cast<std::size_t>(newPlace[first]); to != first;
+             to = static_cast<std::size_t>(newPlace[to])) {
+            exchange<3>(&streams.positions[3 * first], &streams.positions[3 * to]);
+            exchange<3>(&streams.normals[3 * first], &streams.normals[3 * to]);
+            exchange<2>(&streams.uvs[2 * first], &streams.uvs[2 * to]);
+            isDone[to] = true;
+        }
     }
-    if (isUnchanged) {
-        return std::move(buffer);
-    }
-    std::vector<float> result(sources.size() * stride);
-    std::size_t position = 0;
-    for (const std::uint32_t source : sources) {
-        for (std::size_t k = 0; k < stride; ++k) {
-            result[position++] = buffer[source * stride + k];
+}
+
+/// The numbers of the used vertices, in their new order.
+std::vector<float> gather(std::vector<float>&& buffer, std::size_t stride, const NewOrder& order)
+{
+    std::vector<float> result(order.count * stride);
+    for (std::size_t vertex = 0; vertex < order.of.size(); ++vertex) {
+        if (order.of[vertex] != kUnused) {
+            std::copy_n(&buffer[vertex * stride], stride,
+                        &result[static_cast<std::size_t>(order.of[vertex]) * stride]);
         }
     }
     std::vector<float>().swap(buffer);
     return result;
+}
+
+void reorder(Streams& streams, const NewOrder& order)
+{
+    if (order.count == order.of.size()) {
+        permute(streams, order.of);
+        return;
+    }
+    streams.positions = gather(std::move(streams.positions), 3, order);
+    streams.normals = gather(std::move(streams.normals), 3, order);
+    streams.uvs = gather(std::move(streams.uvs), 2, order);
 }
 
 } // namespace
@@ -103,19 +140,18 @@ void HWMeshExtractor::extract(const MDagPath& path,
         return;
     }
 
-    std::vector<float> positions;
-    std::vector<float> normals;
-    std::vector<float> uvs;
+    Streams buffers;
     const struct {
         const MHWRender::MVertexBufferDescriptor& stream;
         std::vector<float>& buffer;
         const char* message;
     } steps[] = {
-        {streams.positions, positions,
+        {streams.positions, buffers.positions,
          "Could not: populateVertexBuffer(vertices.get(), numVertices, posDesc);"},
-        {streams.normals, normals,
+        {streams.normals, buffers.normals,
          "Could not: populateVertexBuffer(normals.get(), numVertices, normalDesc);"},
-        {streams.uvs, uvs, "Could not: populateVertexBuffer(uvs.get(), numVertices, uvDesc);"},
+        {streams.uvs, buffers.uvs,
+         "Could not: populateVertexBuffer(uvs.get(), numVertices, uvDesc);"},
     };
     for (const auto& step : steps) {
         if (!fillVertexBuffer(extractor, step.stream, step.buffer)) {
@@ -130,12 +166,10 @@ void HWMeshExtractor::extract(const MDagPath& path,
         FILE_LOG(WARNING) << "handle Error";
         return;
     }
-    const std::vector<std::uint32_t> sources = renumber(indices, extractor.vertexCount());
-    object->setVertices(gather(std::move(positions),
-                               static_cast<std::size_t>(streams.positions.stride()), sources));
-    object->setNormals(
-        gather(std::move(normals), static_cast<std::size_t>(streams.normals.stride()), sources));
-    object->setUVs(gather(std::move(uvs), static_cast<std::size_t>(streams.uvs.stride()), sources));
+    reorder(buffers, renumber(indices, extractor.vertexCount()));
+    object->setVertices(std::move(buffers.positions));
+    object->setNormals(std::move(buffers.normals));
+    object->setUVs(std::move(buffers.uvs));
     object->setTriangles(std::move(indices));
     FILE_LOG(DEBUG2) << "Extracted Mesh with " << primitiveCount << " Triangles";
 }

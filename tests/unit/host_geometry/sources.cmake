@@ -3,6 +3,7 @@ set(SOURCES
     listsTest.cpp
     normalsTest.cpp
     renderMeshTest.cpp
+    renderStreamsTest.cpp
     triangulateTest.cpp
 )
 foreach(folder animation curve deform hair mesh/edit mesh/primitives mesh/shape mesh/texture nurbs tessellation)

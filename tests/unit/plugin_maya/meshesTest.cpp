@@ -180,6 +180,41 @@ TEST_F(Meshes, SetsOfOtherComponentsAreSkippedWithARecordAtEveryLevel)
     EXPECT_TRUE(logs("ERROR:  MItMeshPolygon::MItMeshPolygon\n")) << log();
 }
 
+TEST_F(Meshes, HaveTheirVerticesInTheOrderOfTheirTriangles)
+{
+    std::string scene = "createNode transform -n \"a\";\n" + twoQuadMesh("pair", "a");
+    assign(scene, "pair");
+    open(scene);
+    MeshManager manager;
+    const GeometryList parts = manager.extractGeometry(pathTo("pair"));
+    ASSERT_EQ(parts.size(), 1u);
+    const orv::TriangleObject& pair = *object(parts[0]);
+    // Squares 0 1 4 3 and 1 2 5 4, cut from their second corners to their fourth: 0 1 3, 1 4 3,
+    // 1 2 4, 2 5 4.
+    EXPECT_EQ(pair.vertices(), (std::vector<float>{0, 0, 0, 1, 0, 0, 0, 1, 0, //
+                                                   1, 1, 0, 2, 0, 0, 2, 1, 0}));
+    EXPECT_EQ(pair.triangles(), (std::vector<std::int32_t>{0, 1, 2, 1, 3, 2, 1, 4, 3, 4, 5, 3}));
+    EXPECT_EQ(pair.normals().size(), 18u);
+    EXPECT_EQ(pair.uvs(), std::vector<float>(12, 0.0F));
+}
+
+TEST_F(Meshes, HaveTheirNumbersWhereTheirVerticesAre)
+{
+    std::string scene = "createNode transform -n \"a\";\n" + quadMesh("quad", "a");
+    assign(scene, "quad");
+    open(scene);
+    MeshManager manager;
+    const GeometryList parts = manager.extractGeometry(pathTo("quad"));
+    ASSERT_EQ(parts.size(), 1u);
+    // Cut from the second corner to the fourth: 0 1 3, 1 2 3. The texture coordinates of the
+    // corners are their own x and y.
+    EXPECT_EQ(object(parts[0])->vertices(),
+              (std::vector<float>{0, 0, 0, 1, 0, 0, 0, 1, 0, 1, 1, 0}));
+    EXPECT_EQ(object(parts[0])->uvs(), (std::vector<float>{0, 0, 1, 0, 0, 1, 1, 1}));
+    EXPECT_EQ(object(parts[0])->normals(),
+              (std::vector<float>{0, 0, 1, 0, 0, 1, 0, 0, 1, 0, 0, 1}));
+}
+
 TEST_F(Meshes, BetaPartsShareAllVertices)
 {
     open("createNode transform -n \"a\";\n" + twoQuadMesh("pair", "a") + split("pair"));
