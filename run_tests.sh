@@ -1,20 +1,21 @@
 #!/bin/sh
 # Builds and runs all tests: release, AddressSanitizer + UndefinedBehaviorSanitizer, 64-bit Windows under Wine.
-# The fuzzers, which need clang and a build of their own, are tests/fuzz/run_fuzzers.sh; their seeds and findings run here as well.
+# The fuzzers of both readers run half a minute each; tests/fuzz/run_fuzzers.sh runs all of them longer.
 # Works again when run twice. ORV_CORPUS may name a folder of real scenes (see docs/testing.md); without it those tests say "skipped".
 set -e
 cd "$(dirname "$0")"
 echo "== packages"
-tools/install_packages.sh build test lint
+tools/install_packages.sh build test fuzz lint
 jobs=$(nproc)
 failed=0
 run() { echo "== $*"; "$@" || failed=1; }
 
 for preset in release dev windows; do
     echo "== build $preset"
-    cmake --preset "$preset" -DORV_TESTS=ON >/dev/null
+    cmake --preset "$preset" -DORV_TESTS=ON -DORV_PRECOMPILE=ON >/dev/null
     cmake --build --preset "$preset"
 done
+run tests/fuzz/run_fuzzers.sh "$(((${ORV_FUZZ_SECONDS:-60} + 1) / 2))" ascii binary
 run tools/lint.sh --no-tidy
 # Wine makes its folder at the first start; two programs that start at once must not both try.
 export WINEPREFIX="$PWD/build/windows/wine"

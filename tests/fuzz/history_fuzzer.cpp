@@ -3,6 +3,7 @@
 // none.
 #include "host/nodes/deform/allDeformNodes.h"
 #include "host/nodes/polygon/creators/allPolygonCreatorNodes.h"
+#include "host/nodes/polygon/creators/solidInputs.h"
 #include "host/nodes/polygon/shape/allPolygonShapeNodes.h"
 #include "host/nodes/polygon/texture/allPolygonTextureNodes.h"
 #include "host/nodes/polygon/topology/allPolygonTopologyNodes.h"
@@ -23,6 +24,8 @@ constexpr std::size_t kMostCorners = 6000;
 /// What an operation with the small numbers of the bytes may make of a mesh: four steps of
 /// subdivision multiply by 256, walls and bevels by less.
 constexpr std::size_t kMostGrowth = 1024;
+/// What a creator may make: faces of four corners, and some more at the ends.
+constexpr std::size_t kMostMade = std::size_t{5} * host::nodes::SolidReader::kMostCells;
 
 std::vector<const NodeCompute*> operations()
 {
@@ -48,9 +51,10 @@ MeshPointer result(const NodeCompute& row, ByteSource& bytes, const MeshPointer&
     context.setIndex(static_cast<std::int32_t>(bytes.below(3)));
     const auto value = row.compute(context);
     const auto made = value ? value->data<host::geometry::MeshData>() : nullptr;
-    const std::size_t before = cornersOf(mesh) + cornersOf(other) + 64;
+    const std::size_t most =
+        mesh == nullptr ? kMostMade : kMostGrowth * (cornersOf(mesh) + cornersOf(other) + 64);
     const bool isSound = made == nullptr || host::geometry::isConsistent(*made);
-    if (!isSound || cornersOf(made) > kMostGrowth * before) {
+    if (!isSound || cornersOf(made) > most) {
         std::fprintf(stderr, "%.*s gives a mesh that %s: %zu corners of %zu\n",
                      static_cast<int>(row.type.size()), row.type.data(),
                      isSound ? "is too large" : "does not hold together", cornersOf(made),
