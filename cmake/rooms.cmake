@@ -44,7 +44,7 @@ endforeach()
 target_include_directories(orv_flags SYSTEM INTERFACE ${ORV_HEADERS})
 
 # ORV_PRECOMPILE: what nearly every file includes of the standard library is compiled once for all rooms. Builds that only
-# serve tests take a third less time so; the release build goes without, so that every file must name what it uses.
+# serve tests take a third less time so; what people build goes without, so that every file must name what it uses.
 option(ORV_PRECOMPILE "Precompile headers of the standard library" OFF)
 if(ORV_PRECOMPILE)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
