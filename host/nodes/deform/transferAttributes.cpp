@@ -1,6 +1,7 @@
 // transferAttributes: points and texture coordinates of another mesh. What is taken vertex by
-// vertex is, and texture coordinates from a mesh that is the same in the space of the search; what
-// would be looked for on the other surface stays as it is.
+// vertex is, and texture coordinates from any mesh of the same faces: where both do not lie on each
+// other in the space of the search that only comes near. What would be looked for on another
+// surface stays as it is.
 #include "host/nodes/deform/Deformation.h"
 #include "host/nodes/deform/deformTypes.h"
 
@@ -123,8 +124,7 @@ public:
         if (mesh == nullptr) {
             return m_deformation.passed();
         }
-        const bool isAlike =
-            geometry::haveSameCorners(*mesh->topology, *m_source.topology) && isByNumber(*mesh);
+        const bool isAlike = geometry::haveSameCorners(*mesh->topology, *m_source.topology);
         Value result = m_request.takesPoints ? withPoints(*mesh) : m_deformation.geometry();
         if (m_request.takesNormals) {
             m_context.noteLack(Lack::Approximate);
@@ -134,11 +134,10 @@ public:
         }
         SharedMesh textured =
             isAlike ? withUvs(result.data<MeshData>(), m_source, m_request) : SharedMesh();
-        if (textured == nullptr) {
+        if (textured == nullptr || !isByNumber(*mesh)) {
             m_context.noteLack(Lack::Textures);
-            return result;
         }
-        return Value(std::move(textured));
+        return textured == nullptr ? result : Value(std::move(textured));
     }
 
 private:

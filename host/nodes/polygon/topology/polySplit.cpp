@@ -13,14 +13,16 @@ namespace {
 
 using geometry::SplitPoint;
 
-constexpr auto kInputs = meshInputs("desc", "edge", "vertices", "subdivision", "smoothingAngle");
+constexpr auto kInputs =
+    meshInputs("desc", "edge", "vertices", "subdivision", "smoothingAngle", "faceId");
 constexpr std::array<std::string_view, 1> kOutputs{"output"};
 enum Input : std::size_t {
     kDesc = kFirstOwnInput,
     kEdge,
     kVertices,
     kSubdivision,
-    kSmoothingAngle
+    kSmoothingAngle,
+    kFaceId ///< of a line stored with barycentric coordinates
 };
 
 /// A description below zero is an edge's number with the highest bit set, one from zero on the
@@ -66,12 +68,14 @@ Expected<Value> compute(ComputeContext& context)
     const MeshTask task = takeMeshTask(context);
     const double angle = context.number(kSmoothingAngle, 0);
     const bool isSubdivided = context.number(kSubdivision, 1) > 1;
+    const bool isOtherLine = !context.elementIndices(kFaceId).empty();
     if (!context.isComplete() || task.isIdle()) {
         return task.passed();
     }
     const auto line = readLine(context, task.mesh->topology->edges.size());
     if (!line || isSubdivided) {
-        return meshResult(context, task, nullptr, line ? Lack::Setting : Lack::Components);
+        const bool isKnown = !line && !isOtherLine;
+        return meshResult(context, task, nullptr, isKnown ? Lack::Components : Lack::Setting);
     }
     return meshResult(context, task, geometry::splitFaces(*task.mesh, *line, angle));
 }

@@ -193,6 +193,10 @@ TEST(PolySplit, cutsAlongALine)
     EXPECT_TRUE(operation.isPassedOn());
     Operation none(kPolySplit, {});
     EXPECT_TRUE(none.isPassedOn());
+    EXPECT_EQ(none.context.lack, Lack::Components);
+    none.context.setElement("faceId", {0, 0}, Value(2.0)); // a line stored the other way
+    EXPECT_TRUE(none.isPassedOn());
+    EXPECT_EQ(none.context.lack, Lack::Setting);
     const std::vector<std::int32_t> beyond{kFirst + 12};
     descriptions.store<std::int32_t>(1, beyond); // a cube has edges 0 to 11
     operation.context.set("subdivision", 1);

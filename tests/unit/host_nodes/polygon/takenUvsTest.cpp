@@ -80,12 +80,15 @@ TEST_F(TransferAttributes, inTheWorldFromAMeshInTheSamePlace)
     away.shape.node = 7; // its shape stands elsewhere
     context.parent = translation({3, 0, 0});
     set(texturedSquare("map1"), away);
-    EXPECT_EQ(result()->uvSets.size(), 1u);
+    EXPECT_EQ(result()->uvSets.size(), 2u); // near, but not what a search would find
+    EXPECT_EQ(context.timesUncomputed, 1u);
     EXPECT_EQ(context.lack, Lack::Textures);
     context.set("sampleSpace", 1); // each in its own space
     EXPECT_EQ(result()->uvSets.size(), 2u);
+    EXPECT_EQ(context.timesUncomputed, 1u);
     set(texturedSquare("map1"), grid(2, 1));
     EXPECT_EQ(result()->uvSets.size(), 1u);
+    EXPECT_EQ(context.timesUncomputed, 2u);
 }
 
 /// What a public scene stores for a cube: six faces of four corners, twenty places.
