@@ -27,20 +27,20 @@ inline double arcTangentOfSmall(double x)
 inline double angleOf(double sine, double cosine)
 {
     using std::numbers::pi;
-    if (cosine == 0) {
-        return sine > 0 ? pi / 2 : 0;
-    }
     // Folded to the first octant, then to an eighth of pi by atan t = pi/4 + atan((t - 1)/(t + 1)).
+    // One choice at a time, so that a processor can work on several angles at once.
     const double c = std::fabs(cosine);
     const bool isSteep = sine > c;
-    const double t = isSteep ? c / sine : sine / c;
+    const double t = (isSteep ? c : sine) / (isSteep ? sine : c);
     constexpr double kTangentOfEighth = std::numbers::sqrt2 - 1;
-    double angle =
-        t > kTangentOfEighth ? pi / 4 + arcTangentOfSmall((t - 1) / (t + 1)) : arcTangentOfSmall(t);
-    if (isSteep) {
-        angle = pi / 2 - angle;
-    }
-    return cosine < 0 ? pi - angle : angle;
+    const bool isWide = t > kTangentOfEighth;
+    const double folded = (t - 1) / (t + 1);
+    const double rest = arcTangentOfSmall(isWide ? folded : t);
+    const double octant = isWide ? pi / 4 + rest : rest;
+    const double quadrant = isSteep ? pi / 2 - octant : octant;
+    const double angle = cosine < 0 ? pi - quadrant : quadrant;
+    const double atRight = sine > 0 ? pi / 2 : 0;
+    return cosine == 0 ? atRight : angle;
 }
 
 struct SineCosine {

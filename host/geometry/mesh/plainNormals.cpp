@@ -10,48 +10,50 @@
 namespace host::geometry {
 namespace {
 
-/// What is wanted of the faces.
-struct Wanted {
-    bool usesAngles = false;
-    bool usesAreas = false;
-    bool usesDiagonals = false;
+/// What makes up the weight of a face at a corner.
+struct Weights {
+    bool haveAngles = false;
+    bool haveAreas = false;
+
+    explicit Weights(NormalWeighting weighting)
+        : haveAngles(weighting == NormalWeighting::Angle ||
+                     weighting == NormalWeighting::AngleAndArea)
+        , haveAreas(weighting == NormalWeighting::Area ||
+                    weighting == NormalWeighting::AngleAndArea)
+    {
+    }
+    double of(double angle, double area) const
+    {
+        return (haveAngles ? angle : 1) * (haveAreas ? area : 1);
+    }
 };
 
 /// Faces of as many corners that wait until there are enough of them to be worked on at once.
-template<std::size_t kCorners>
+template<std::size_t kCorners, class Shapes>
 struct WaitingFaces {
     FaceBatch<kCorners> faces;
     std::uint32_t numbers[kBatchFaces];
-    BatchVectors normals;
-    BatchNumbers areas;
-    BatchNumbers weights[kCorners];
+    Shapes shapes;
     std::size_t next = 0; ///< the first one that was not added to the sums yet
-
-    [[gnu::always_inline]] void find(const Wanted& wanted)
-    {
-        faces.findPlanes(normals, areas);
-        for (std::size_t k = 0; k < kCorners; ++k) {
-            if (wanted.usesAngles) {
-                faces.findAngles(k, normals, weights[k]);
-            }
-            for (std::size_t i = 0; i < faces.size(); ++i) {
-                weights[k].values[i] = (wanted.usesAngles ? weights[k].values[i] : 1) *
-                                       (wanted.usesAreas ? areas.values[i] : 1);
-            }
-        }
-        next = 0;
-    }
 };
 
-HOST_ALSO_FOR_WIDE_PROCESSORS void findAll(WaitingFaces<3>& __restrict triangles,
-                                           WaitingFaces<4>& __restrict quads,
-                                           Diagonals& __restrict diagonals, const Wanted& wanted)
+struct TriangleShapes {
+    BatchVectors normals;
+    BatchNumbers areas;
+    BatchNumbers angles[3];
+};
+
+using WaitingTriangles = WaitingFaces<3, TriangleShapes>;
+using WaitingQuads = WaitingFaces<4, QuadShapes>;
+
+HOST_ALSO_FOR_WIDE_PROCESSORS void findAll(WaitingTriangles& triangles, WaitingQuads& quads)
 {
-    triangles.find(wanted);
-    quads.find(wanted);
-    if (wanted.usesDiagonals) {
-        findDiagonalsOf(quads.faces, diagonals);
+    TriangleShapes& shapes = triangles.shapes;
+    triangles.faces.findPlanes(shapes.normals, shapes.areas);
+    for (std::size_t k = 0; k < 3; ++k) {
+        triangles.faces.findAngles(k, shapes.normals, shapes.angles[k]);
     }
+    findShapesOf(quads.faces, quads.shapes);
 }
 
 struct NormalSum {
@@ -68,13 +70,10 @@ public:
         , m_found(found)
         , m_vertices(vertices)
         , m_points(pointsOf(mesh))
+        , m_weights(mesh.normalWeighting)
+        , m_isBestCutWanted(mesh.quadSplit == QuadSplit::BestShape)
         , m_sums(m_topology.vertexCount)
     {
-        const NormalWeighting weighting = mesh.normalWeighting;
-        const bool usesBoth = weighting == NormalWeighting::AngleAndArea;
-        m_wanted.usesAngles = usesBoth || weighting == NormalWeighting::Angle;
-        m_wanted.usesAreas = usesBoth || weighting == NormalWeighting::Area;
-        m_wanted.usesDiagonals = mesh.quadSplit == QuadSplit::BestShape;
         m_isCutFromSecond.assign(m_topology.faceCount(), mesh.quadSplit == QuadSplit::Left ? 1 : 0);
     }
 
@@ -93,8 +92,8 @@ public:
     }
 
 private:
-    template<std::size_t kCorners>
-    void wait(WaitingFaces<kCorners>& waiting, std::uint32_t face, std::uint32_t firstCorner)
+    template<class Waiting>
+    void wait(Waiting& waiting, std::uint32_t face, std::uint32_t firstCorner)
     {
         if (waiting.faces.isFull()) {
             addWaiting();
@@ -105,37 +104,40 @@ private:
 
     void addWaiting()
     {
-        WaitingFaces<3>& triangles = m_waiting->triangles;
-        WaitingFaces<4>& quads = m_waiting->quads;
-        findAll(triangles, quads, m_waiting->diagonals, m_wanted);
+        WaitingTriangles& triangles = m_waiting->triangles;
+        WaitingQuads& quads = m_waiting->quads;
+        findAll(triangles, quads);
         while (triangles.next < triangles.faces.size() || quads.next < quads.faces.size()) {
             const bool isQuad = triangles.next == triangles.faces.size() ||
                                 (quads.next < quads.faces.size() &&
                                  quads.numbers[quads.next] < triangles.numbers[triangles.next]);
             isQuad ? addNext(quads) : addNext(triangles);
         }
-        for (std::size_t i = 0; m_wanted.usesDiagonals && i < quads.faces.size(); ++i) {
+        for (std::size_t i = 0; m_isBestCutWanted && i < quads.faces.size(); ++i) {
             m_isCutFromSecond[quads.numbers[i]] =
-                m_waiting->diagonals.isSecondBetter(quads.faces, i) ? 1 : 0;
+                quads.shapes.diagonals.isSecondBetter(quads.faces, i) ? 1 : 0;
         }
         triangles.faces.clear();
+        triangles.next = 0;
         quads.faces.clear();
+        quads.next = 0;
     }
 
-    template<std::size_t kCorners>
-    void addNext(WaitingFaces<kCorners>& waiting)
+    template<std::size_t kCorners, class Shapes>
+    void addNext(WaitingFaces<kCorners, Shapes>& waiting)
     {
         const std::size_t i = waiting.next++;
-        const double area = waiting.areas.values[i];
+        const Shapes& shapes = waiting.shapes;
+        const double area = shapes.areas.values[i];
         if (!(area > 0) || !std::isfinite(area)) {
             return;
         }
-        const Vec3d normal = waiting.normals[i];
+        const Vec3d normal = shapes.normals[i];
         for (std::uint32_t k = 0; k < kCorners; ++k) {
             const std::uint32_t vertex = m_vertices[waiting.faces.firstCorner(i) + k];
-            const double weight = waiting.weights[k].values[i];
             NormalSum& sum = m_sums[vertex];
             if (m_found.isShared[vertex]) {
+                const double weight = m_weights.of(shapes.angles[k].values[i], area);
                 sum.vector = sum.vector + normal * weight;
                 sum.length += weight;
             } else { // the polygon's own, whatever the weight
@@ -174,13 +176,13 @@ private:
     const PlainVertices& m_found;
     std::span<const std::uint32_t> m_vertices;
     std::span<const Vec3f> m_points;
-    Wanted m_wanted;
+    Weights m_weights;
+    bool m_isBestCutWanted;
     std::vector<NormalSum> m_sums; ///< by vertex
     std::vector<std::uint8_t> m_isCutFromSecond;
     struct Waiting {
-        WaitingFaces<3> triangles;
-        WaitingFaces<4> quads;
-        Diagonals diagonals;
+        WaitingTriangles triangles;
+        WaitingQuads quads;
     };
     std::unique_ptr<Waiting> m_waiting = std::make_unique<Waiting>();
 };

@@ -18,20 +18,18 @@ struct AngleRatio {
 
 // Always in line: a call would keep the loop over a batch from working on several quads at once.
 
-/// The smallest angle of a triangle: the one that faces its shortest side.
-[[gnu::always_inline]] inline AngleRatio smallestAngle(const Vec3d& a, const Vec3d& b,
-                                                       const Vec3d& c)
+/// The smallest angle of a triangle, which faces its shortest side, by its sides in turn; `turn` is
+/// the length of the cross product of the first two.
+[[gnu::always_inline]] inline AngleRatio smallestAngle(const Vec3d& ab, const Vec3d& bc,
+                                                       const Vec3d& ca, double turn)
 {
-    const Vec3d ab = b - a;
-    const Vec3d bc = c - b;
-    const Vec3d ca = a - c;
     const double first = dot(ab, ab);
     const double second = dot(bc, bc);
     const double third = dot(ca, ca);
     const double later = second <= third ? dot(ca, ab) : dot(ab, bc);
     // "&", since a branch would keep several faces from being worked on at once
     const bool isFirst = (first <= second) & (first <= third);
-    return {length(cross(ab, bc)), -(isFirst ? dot(bc, ca) : later)};
+    return {turn, -(isFirst ? dot(bc, ca) : later)};
 }
 
 /// Of two angles up to a right one, the smaller.
@@ -41,24 +39,52 @@ struct AngleRatio {
     return {isFirst ? a.sine : b.sine, isFirst ? a.cosine : b.cosine};
 }
 
-/// Whether the diagonal of corner 0 leaves the larger smallest angle in a convex quad.
-[[gnu::always_inline]] inline bool isFirstBetter(const Vec3d& a, const Vec3d& b, const Vec3d& c,
-                                                 const Vec3d& d)
+/// A quad by its sides, and how it turns at its corners: cross products of the sides there.
+struct QuadSides {
+    Vec3d ab, bc, cd, da;
+    Vec3d atA, atB, atC, atD;
+
+    [[gnu::always_inline]] QuadSides(const Vec3d& a, const Vec3d& b, const Vec3d& c, const Vec3d& d)
+        : ab(b - a)
+        , bc(c - b)
+        , cd(d - c)
+        , da(a - d)
+        , atA(cross(da, ab))
+        , atB(cross(ab, bc))
+        , atC(cross(bc, cd))
+        , atD(cross(cd, da))
+    {
+    }
+
+    /// How far it turns left where it does least, seen against a normal; below zero at a reflex
+    /// corner.
+    [[gnu::always_inline]] double leastTurn(const Vec3d& normal) const
+    {
+        const double a = dot(atA, normal);
+        const double b = dot(atB, normal);
+        const double c = dot(atC, normal);
+        const double d = dot(atD, normal);
+        const double ofAB = a < b ? a : b;
+        const double ofCD = c < d ? c : d;
+        return ofAB < ofCD ? ofAB : ofCD;
+    }
+};
+
+/// Whether the diagonal of corner 0 leaves the larger smallest angle in a convex quad. `turnB` and
+/// `turnC` are the lengths of `sides.atB` and `sides.atC`.
+[[gnu::always_inline]] inline bool isFirstBetter(const QuadSides& sides, const Vec3d& ac,
+                                                 const Vec3d& bd, double turnB, double turnC)
 {
-    const AngleRatio zero = smaller(smallestAngle(a, b, c), smallestAngle(a, c, d));
-    const AngleRatio one = smaller(smallestAngle(a, b, d), smallestAngle(b, c, d));
+    const auto& [ab, bc, cd, da, atA, atB, atC, atD] = sides;
+    const AngleRatio zero = smaller(smallestAngle(ab, bc, ac * -1, turnB),
+                                    smallestAngle(ac, cd, da, length(cross(ac, cd))));
+    const AngleRatio one = smaller(smallestAngle(ab, bd, da, length(cross(ab, bd))),
+                                   smallestAngle(bc, cd, bd * -1, turnC));
     // The sine of how much larger the angle of the first diagonal is; both are up to 60 degrees.
     const double gain = zero.sine * one.cosine - one.sine * zero.cosine;
     const double scale = std::sqrt((zero.sine * zero.sine + zero.cosine * zero.cosine) *
                                    (one.sine * one.sine + one.cosine * one.cosine));
     return gain > kAngleTie * scale;
-}
-
-/// How far a loop turns left at a corner, seen against a normal; below zero at a reflex corner.
-[[gnu::always_inline]] inline double turnAt(const Vec3d& previous, const Vec3d& corner,
-                                            const Vec3d& next, const Vec3d& normal)
-{
-    return dot(cross(corner - previous, next - corner), normal);
 }
 
 /// What is known of the quads of a batch without looking at them one by one.
@@ -77,6 +103,16 @@ struct Diagonals {
     }
 };
 
+/// What else faces are asked for along with their diagonals.
+struct QuadShapes {
+    BatchVectors normals;   ///< these and the areas as `FaceBatch::findPlanes` has them
+    BatchNumbers areas;     ///<
+    BatchNumbers angles[4]; ///< as `interiorAngle` has them
+    Diagonals diagonals;
+};
+
+/// Diagonals of quads; the lengths of the turns are the sines of the angles at the corners by those
+/// of the sides, so that a caller who wants angles as well gets them nearly for nothing.
 [[gnu::always_inline]] inline void findDiagonalsOf(const FaceBatch<4>& __restrict quads,
                                                    Diagonals& __restrict found)
 {
@@ -85,15 +121,49 @@ struct Diagonals {
         const Vec3d b = quads.point(1, i);
         const Vec3d c = quads.point(2, i);
         const Vec3d d = quads.point(3, i);
-        const Vec3d normal = quads.areaVectorOf(i);
-        const double atA = turnAt(d, a, b, normal);
-        const double atB = turnAt(a, b, c, normal);
-        const double atC = turnAt(b, c, d, normal);
-        const double atD = turnAt(c, d, a, normal);
-        const double atAB = atA < atB ? atA : atB;
-        const double atCD = atC < atD ? atC : atD;
-        found.leastTurn[i] = atAB < atCD ? atAB : atCD;
-        found.isSecond[i] = isFirstBetter(a, b, c, d) ? 0.0 : 1.0;
+        const QuadSides sides(a, b, c, d);
+        found.leastTurn[i] = sides.leastTurn(quads.areaVectorOf(i));
+        found.isSecond[i] =
+            isFirstBetter(sides, c - a, d - b, length(sides.atB), length(sides.atC)) ? 0.0 : 1.0;
+    }
+}
+
+/// `interiorAngle` at a corner, by the sides that meet there and how the face turns.
+[[gnu::always_inline]] inline double angleAt(const Vec3d& arriving, const Vec3d& leaving,
+                                             const Vec3d& turn, double turnLength,
+                                             const Vec3d& normal)
+{
+    const double angle = angleOf(turnLength, -dot(leaving, arriving));
+    return dot(turn, normal) < 0 ? 2 * std::numbers::pi - angle : angle;
+}
+
+/// All of it at once.
+[[gnu::always_inline]] inline void findShapesOf(const FaceBatch<4>& __restrict quads,
+                                                QuadShapes& __restrict found)
+{
+    for (std::size_t i = 0; i < quads.size(); ++i) {
+        const Vec3d a = quads.point(0, i);
+        const Vec3d b = quads.point(1, i);
+        const Vec3d c = quads.point(2, i);
+        const Vec3d d = quads.point(3, i);
+        const QuadSides sides(a, b, c, d);
+        const Vec3d vector = quads.areaVectorOf(i);
+        const double area = length(vector);
+        const Vec3d normal = vector * (1 / area);
+        found.normals.x[i] = normal.x;
+        found.normals.y[i] = normal.y;
+        found.normals.z[i] = normal.z;
+        found.areas.values[i] = area;
+        const double turnB = length(sides.atB);
+        const double turnC = length(sides.atC);
+        found.angles[0].values[i] =
+            angleAt(sides.da, sides.ab, sides.atA, length(sides.atA), normal);
+        found.angles[1].values[i] = angleAt(sides.ab, sides.bc, sides.atB, turnB, normal);
+        found.angles[2].values[i] = angleAt(sides.bc, sides.cd, sides.atC, turnC, normal);
+        found.angles[3].values[i] =
+            angleAt(sides.cd, sides.da, sides.atD, length(sides.atD), normal);
+        found.diagonals.leastTurn[i] = sides.leastTurn(vector);
+        found.diagonals.isSecond[i] = isFirstBetter(sides, c - a, d - b, turnB, turnC) ? 0.0 : 1.0;
     }
 }
 

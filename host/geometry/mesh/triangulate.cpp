@@ -171,7 +171,11 @@ std::uint32_t bestDiagonal(const std::array<Vec3d, 4>& quad)
             return i % 2;
         }
     }
-    return isFirstBetter(quad[0], quad[1], quad[2], quad[3]) ? 0 : 1;
+    const QuadSides sides(quad[0], quad[1], quad[2], quad[3]);
+    return isFirstBetter(sides, quad[2] - quad[0], quad[3] - quad[1], length(sides.atB),
+                         length(sides.atC))
+               ? 0
+               : 1;
 }
 
 Triangulation triangulate(const MeshTopology& topology, std::span<const std::uint32_t> vertices,
