@@ -17,7 +17,7 @@ set(SOURCES
     mesh/triangulate.cpp
     mesh/tweak.cpp
 )
-foreach(folder animation curve deform hair mesh/edit mesh/primitives mesh/shape mesh/texture nurbs tessellation)
+foreach(folder animation curve deform hair mesh/boolean mesh/edit mesh/primitives mesh/shape mesh/texture nurbs tessellation)
     include(${CMAKE_CURRENT_LIST_DIR}/${folder}/sources.cmake)
 endforeach()
 # Square roots that report no errors in errno can be taken several at once; their values are the same.

@@ -6,6 +6,6 @@ set(SOURCES
     renderStreamsTest.cpp
     triangulateTest.cpp
 )
-foreach(folder animation curve deform hair mesh/edit mesh/primitives mesh/shape mesh/texture nurbs tessellation)
+foreach(folder animation curve deform hair mesh/boolean mesh/edit mesh/primitives mesh/shape mesh/texture nurbs tessellation)
     include(${CMAKE_CURRENT_LIST_DIR}/${folder}/sources.cmake)
 endforeach()

@@ -418,19 +418,5 @@ TEST(PolyFlipEdge, theOtherDiagonal)
     EXPECT_EQ(border.context.timesUncomputed, 1u);
 }
 
-TEST(PolyBoolean, standsInForWhatWouldBeCut)
-{
-    ToyContext context(kPolyCBoolOp);
-    context.setElement("inputPoly", {0}, shared(cube()));
-    context.setElement("inputPoly", {1}, shared(cube()));
-    context.setElement("inputMat", {0}, Value::of(translation({3, 0, 0})));
-    EXPECT_EQ(context.compute("output").data<MeshData>()->topology->faceCount(), 12u);
-    context.set("operation", 2);
-    const Mesh difference = context.compute("output").data<MeshData>();
-    EXPECT_EQ(difference->topology->faceCount(), 6u);
-    EXPECT_EQ((*difference->points)[0].x, 2.5F);
-    EXPECT_EQ(context.timesUncomputed, 2u);
-}
-
 } // namespace
 } // namespace host::nodes

@@ -1,4 +1,5 @@
 list(APPEND SOURCES
+    polygon/booleanTest.cpp
     polygon/buildingTest.cpp
     polygon/creatorLimitsTest.cpp
     polygon/creatorsTest.cpp

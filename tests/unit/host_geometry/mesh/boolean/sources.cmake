@@ -1,0 +1,4 @@
+list(APPEND SOURCES
+    mesh/boolean/booleanOfTest.cpp
+    mesh/boolean/solidTest.cpp
+)
