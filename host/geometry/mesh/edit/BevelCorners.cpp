@@ -52,7 +52,7 @@ bool BevelCorners::makeCorner(std::uint32_t vertex, std::span<const std::uint32_
     corner.firstPlace = static_cast<std::uint32_t>(m_edges.size());
     corner.edgeCount = static_cast<std::uint32_t>(m_fan.edges.size());
     corner.cornerCount = static_cast<std::uint32_t>(faceCorners.size());
-    corner.firstSlot = static_cast<std::uint32_t>(m_slots.size());
+    corner.firstSlot = static_cast<std::uint32_t>(m_motions.size());
     for (const std::uint32_t edge : m_fan.edges) {
         corner.beveledCount += m_isBeveled[edge] ? 1 : 0;
     }
@@ -97,7 +97,7 @@ void BevelCorners::takeFan(const BevelCorner& corner)
 
 std::uint32_t BevelCorners::addSlot(BevelCorner& corner, const Vec3d& motion)
 {
-    m_slots.push_back({motion, 0});
+    m_motions.push_back(motion);
     return corner.slotCount++;
 }
 
@@ -229,38 +229,43 @@ Vec3d BevelCorners::alongEdge(const BevelCorner& corner, std::uint32_t place) co
     return direction * (uses > 0 ? sum / uses : 0);
 }
 
+/// Sides of faces between two corners are looked at from the first one.
 double BevelCorners::mostPossible() const
 {
     double most = std::numeric_limits<double>::infinity();
     for (const BevelCorner& corner : m_corners) {
         for (std::uint32_t place = 0; place < corner.cornerCount; ++place) {
             const std::uint32_t here = faceCorner(corner, place);
-            for (const std::uint32_t from : {here, m_links.previous(here)}) {
-                const std::uint32_t to = m_links.next(from);
-                const Vec3d way =
-                    m_points[m_topology.cornerVertex(to)] - m_points[m_topology.cornerVertex(from)];
-                const double size = length(way);
-                const Vec3d closing = motionOut(from) - motionIn(to);
-                const double rate = size > 0 ? dot(closing, way) / size : 0;
-                if (rate > kLeastSine * kLeastSine) {
-                    most = std::min(most, size / rate);
-                }
+            most = std::min(most, mostPossible(here));
+            if (const std::uint32_t last = m_links.previous(here); at(last) == nullptr) {
+                most = std::min(most, mostPossible(last));
             }
         }
     }
     return most;
 }
 
+/// At the side of a face that leaves one of its corners.
+double BevelCorners::mostPossible(std::uint32_t from) const
+{
+    const std::uint32_t to = m_links.next(from);
+    const Vec3d way =
+        m_points[m_topology.cornerVertex(to)] - m_points[m_topology.cornerVertex(from)];
+    const double size = length(way);
+    const double rate = size > 0 ? dot(motionOut(from) - motionIn(to), way) / size : 0;
+    return rate > kLeastSine * kLeastSine ? size / rate : std::numeric_limits<double>::infinity();
+}
+
 Vec3d BevelCorners::motionOut(std::uint32_t faceCorner) const
 {
     const BevelCorner* const corner = at(faceCorner);
-    return corner != nullptr ? slot(*corner, slotsAt(*corner, faceCorner).second).motion : Vec3d{};
+    return corner != nullptr ? motion(*corner, slotsAt(*corner, faceCorner).second) : Vec3d{};
 }
 
 Vec3d BevelCorners::motionIn(std::uint32_t faceCorner) const
 {
     const BevelCorner* const corner = at(faceCorner);
-    return corner != nullptr ? slot(*corner, slotsAt(*corner, faceCorner).first).motion : Vec3d{};
+    return corner != nullptr ? motion(*corner, slotsAt(*corner, faceCorner).first) : Vec3d{};
 }
 
 } // namespace host::geometry

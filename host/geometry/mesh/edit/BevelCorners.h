@@ -12,13 +12,8 @@
 
 namespace host::geometry {
 
-/// A new vertex in place of a beveled one, before it has its place: per unit of offset.
-struct BevelSlot {
-    Vec3d motion;
-    std::uint32_t point = 0;
-};
-
-/// A vertex where edges are beveled. Its edges and slots are runs in what all corners share.
+/// A vertex where edges are beveled. Its edges and slots are runs in what all corners share; a slot
+/// is a new vertex in place of it.
 struct BevelCorner {
     std::uint32_t vertex = 0;
     std::uint32_t firstPlace = 0; ///< of its fan
@@ -97,13 +92,22 @@ public:
         const std::uint32_t next = place + 1 < corner.edgeCount ? place + 1 : 0;
         return {before(corner, next), after(corner, place)};
     }
-    BevelSlot& slot(const BevelCorner& corner, std::uint32_t number)
+    std::size_t slotCount() const { return m_motions.size(); }
+    /// Where a slot goes, per unit of offset, while it has no point.
+    const Vec3d& motion(const BevelCorner& corner, std::uint32_t slot) const
     {
-        return m_slots[corner.firstSlot + number];
+        return m_motions[corner.firstSlot + slot];
     }
-    const BevelSlot& slot(const BevelCorner& corner, std::uint32_t number) const
+    /// Begins with the points of slots; `forgetMotions` ends it.
+    void setPoint(const BevelCorner& corner, std::uint32_t slot, std::uint32_t point)
     {
-        return m_slots[corner.firstSlot + number];
+        m_slotPoints.resize(m_motions.size());
+        m_slotPoints[corner.firstSlot + slot] = point;
+    }
+    void forgetMotions() { std::vector<Vec3d>().swap(m_motions); }
+    std::uint32_t point(const BevelCorner& corner, std::uint32_t slot) const
+    {
+        return m_slotPoints[corner.firstSlot + slot];
     }
 
 private:
@@ -124,6 +128,7 @@ private:
     Vec3d inwards(const BevelCorner& corner, std::uint32_t place, bool isBefore);
     Vec3d normalOf(std::uint32_t face);
     Vec3d alongEdge(const BevelCorner& corner, std::uint32_t place) const;
+    double mostPossible(std::uint32_t from) const;
     Vec3d motionOut(std::uint32_t faceCorner) const;
     Vec3d motionIn(std::uint32_t faceCorner) const;
 
@@ -143,7 +148,9 @@ private:
     std::vector<std::uint32_t> m_faceCorners; ///< kNone after the last one of a border
     std::vector<std::uint32_t> m_before;
     std::vector<std::uint32_t> m_after;
-    std::vector<BevelSlot> m_slots; ///< corner after corner
+    // corner after corner
+    std::vector<Vec3d> m_motions;
+    std::vector<std::uint32_t> m_slotPoints;
 };
 
 } // namespace host::geometry

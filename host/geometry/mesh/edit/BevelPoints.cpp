@@ -30,13 +30,15 @@ BevelPoints::BevelPoints(const Beveling& beveling, std::span<const Vec3d> points
     , m_firstOfRound(corners.placeCount(), kNone)
 {
     const double by = offset();
+    m_places.reserve(corners.slotCount());
     for (const BevelCorner& corner : corners.all()) {
-        for (std::uint32_t number = 0; number < corner.slotCount; ++number) {
-            BevelSlot& slot = corners.slot(corner, number);
-            slot.point = add(points[corner.vertex] + slot.motion * by);
+        for (std::uint32_t slot = 0; slot < corner.slotCount; ++slot) {
+            corners.setPoint(corner, slot,
+                             add(points[corner.vertex] + corners.motion(corner, slot) * by));
         }
         makeRounds(corner);
     }
+    corners.forgetMotions();
 }
 
 double BevelPoints::offset() const
@@ -78,8 +80,7 @@ std::uint32_t BevelPoints::makeRound(const BevelCorner& corner, std::uint32_t fr
     const auto first = static_cast<std::uint32_t>(count());
     const Vec3d& tip = m_points[corner.vertex];
     for (std::uint32_t i = 1; i < m_beveling.segments; ++i) {
-        add(bevelArc(tip, place(m_corners.slot(corner, from).point),
-                     place(m_corners.slot(corner, to).point),
+        add(bevelArc(tip, place(m_corners.point(corner, from)), place(m_corners.point(corner, to)),
                      static_cast<double>(i) / m_beveling.segments, m_beveling.depth));
     }
     return first;
@@ -103,9 +104,9 @@ void BevelPoints::across(const MeshEdge& ends, std::uint32_t edge, bool isStart,
     const std::uint32_t place = m_corners.placeOfEdge(corner, edge);
     const std::uint32_t before = m_corners.before(corner, place);
     points.clear();
-    points.push_back(m_corners.slot(corner, before).point);
+    points.push_back(m_corners.point(corner, before));
     addRound(corner, place, before, points);
-    points.push_back(m_corners.slot(corner, m_corners.after(corner, place)).point);
+    points.push_back(m_corners.point(corner, m_corners.after(corner, place)));
     // Counter-clockwise about its start an edge has its left face after it.
     if (isStart) {
         std::reverse(points.begin(), points.end());

@@ -1,75 +1,48 @@
 #include "host/geometry/mesh/edit/MeshLinks.h"
 
+#include <algorithm>
+
 namespace host::geometry {
 
 CornerLinks::CornerLinks(const MeshTopology& topology)
-    : m_face(topology.corners.size())
-    , m_next(topology.corners.size())
-    , m_previous(topology.corners.size())
+    : m_loop(topology.corners.size()), m_loopStart(topology.loopStart)
 {
+    for (std::uint32_t loop = 0; loop < topology.loopCount(); ++loop) {
+        std::fill(m_loop.begin() + m_loopStart[loop], m_loop.begin() + m_loopStart[loop + 1], loop);
+    }
+    if (topology.faceLoop.empty()) {
+        return;
+    }
+    m_faceOfLoop.resize(topology.loopCount());
     for (std::uint32_t face = 0; face < topology.faceCount(); ++face) {
-        for (std::uint32_t loop = topology.firstLoop(face); loop < topology.firstLoop(face + 1);
-             ++loop) {
-            const std::uint32_t first = topology.loopStart[loop];
-            const std::uint32_t end = topology.loopStart[loop + 1];
-            for (std::uint32_t corner = first; corner < end; ++corner) {
-                m_face[corner] = face;
-                m_next[corner] = corner + 1 < end ? corner + 1 : first;
-                m_previous[corner] = corner > first ? corner - 1 : end - 1;
-            }
-        }
-    }
-}
-
-NumberLists::NumberLists(std::span<const std::uint32_t> owners, std::uint32_t ownerCount)
-    : m_start(std::size_t{ownerCount} + 1)
-{
-    for (const std::uint32_t owner : owners) {
-        if (owner < ownerCount) {
-            ++m_start[owner + 1];
-        }
-    }
-    for (std::uint32_t owner = 0; owner < ownerCount; ++owner) {
-        m_start[owner + 1] += m_start[owner];
-    }
-    m_numbers.resize(m_start[ownerCount]);
-    std::vector<std::uint32_t> fill(m_start.begin(), m_start.end() - 1);
-    for (std::size_t number = 0; number < owners.size(); ++number) {
-        if (owners[number] < ownerCount) {
-            m_numbers[fill[owners[number]]++] = static_cast<std::uint32_t>(number);
-        }
+        std::fill(m_faceOfLoop.begin() + topology.firstLoop(face),
+                  m_faceOfLoop.begin() + topology.firstLoop(face + 1), face);
     }
 }
 
 NumberLists cornersOfEdges(const MeshTopology& topology)
 {
-    std::vector<std::uint32_t> owners;
-    owners.reserve(topology.corners.size());
-    for (const std::int32_t reference : topology.corners) {
-        owners.push_back(edgeOf(reference));
-    }
-    return {owners, static_cast<std::uint32_t>(topology.edges.size())};
+    return {static_cast<std::uint32_t>(topology.corners.size()),
+            static_cast<std::uint32_t>(topology.edges.size()),
+            [corners = topology.corners.data()](std::uint32_t corner) {
+                return edgeOf(corners[corner]);
+            }};
 }
 
 NumberLists cornersOfVertices(const MeshTopology& topology)
 {
-    std::vector<std::uint32_t> owners(topology.corners.size());
-    for (std::size_t corner = 0; corner < owners.size(); ++corner) {
-        owners[corner] = topology.cornerVertex(static_cast<std::uint32_t>(corner));
-    }
-    return {owners, topology.vertexCount};
+    return {static_cast<std::uint32_t>(topology.corners.size()), topology.vertexCount,
+            [&topology](std::uint32_t corner) { return topology.cornerVertex(corner); }};
 }
 
 NumberLists edgesOfVertices(const MeshTopology& topology)
 {
     // An edge owns two places, one for each of its ends.
-    std::vector<std::uint32_t> owners;
-    owners.reserve(topology.edges.size() * 2);
-    for (const MeshEdge& edge : topology.edges) {
-        owners.push_back(edge.start);
-        owners.push_back(edge.end);
-    }
-    NumberLists places(owners, topology.vertexCount);
+    NumberLists places(static_cast<std::uint32_t>(2 * topology.edges.size()), topology.vertexCount,
+                       [edges = topology.edges.data()](std::uint32_t place) {
+                           const MeshEdge& edge = edges[place / 2];
+                           return place % 2 == 0 ? edge.start : edge.end;
+                       });
     places.halve();
     return places;
 }

@@ -17,15 +17,26 @@ class CornerLinks {
 public:
     explicit CornerLinks(const MeshTopology& topology);
 
-    std::uint32_t face(std::uint32_t corner) const { return m_face[corner]; }
+    std::uint32_t face(std::uint32_t corner) const
+    {
+        return m_faceOfLoop.empty() ? m_loop[corner] : m_faceOfLoop[m_loop[corner]];
+    }
     /// The next and the last corner of the same loop.
-    std::uint32_t next(std::uint32_t corner) const { return m_next[corner]; }
-    std::uint32_t previous(std::uint32_t corner) const { return m_previous[corner]; }
+    std::uint32_t next(std::uint32_t corner) const
+    {
+        const std::uint32_t loop = m_loop[corner];
+        return corner + 1 < m_loopStart[loop + 1] ? corner + 1 : m_loopStart[loop];
+    }
+    std::uint32_t previous(std::uint32_t corner) const
+    {
+        const std::uint32_t loop = m_loop[corner];
+        return (corner > m_loopStart[loop] ? corner : m_loopStart[loop + 1]) - 1;
+    }
 
 private:
-    std::vector<std::uint32_t> m_face;
-    std::vector<std::uint32_t> m_next;
-    std::vector<std::uint32_t> m_previous;
+    std::vector<std::uint32_t> m_loop; ///< by corner
+    std::vector<std::uint32_t> m_loopStart;
+    std::vector<std::uint32_t> m_faceOfLoop; ///< empty where faces are loops
 };
 
 /// Lists of numbers, one for each owner, ascending.
@@ -33,7 +44,32 @@ class NumberLists {
 public:
     NumberLists() = default;
     /// `owners[i]` owns number i; owners from 0 to ownerCount - 1, others own nothing.
-    NumberLists(std::span<const std::uint32_t> owners, std::uint32_t ownerCount);
+    NumberLists(std::span<const std::uint32_t> owners, std::uint32_t ownerCount)
+        : NumberLists(static_cast<std::uint32_t>(owners.size()), ownerCount,
+                      [owners](std::uint32_t number) { return owners[number]; })
+    {
+    }
+    /// `ownerOf(i)` owns number i, from 0 to count - 1; it is asked twice.
+    template<class OwnerOf>
+    NumberLists(std::uint32_t count, std::uint32_t ownerCount, const OwnerOf& ownerOf)
+        : m_start(std::size_t{ownerCount} + 2)
+    {
+        for (std::uint32_t number = 0; number < count; ++number) {
+            if (const std::uint32_t owner = ownerOf(number); owner < ownerCount) {
+                ++m_start[owner + 2];
+            }
+        }
+        // the start of each list stands one place further until it is filled
+        for (std::uint32_t owner = 0; owner < ownerCount; ++owner) {
+            m_start[owner + 2] += m_start[owner + 1];
+        }
+        m_numbers.resize(m_start.back());
+        for (std::uint32_t number = 0; number < count; ++number) {
+            if (const std::uint32_t owner = ownerOf(number); owner < ownerCount) {
+                m_numbers[m_start[owner + 1]++] = number;
+            }
+        }
+    }
 
     std::span<const std::uint32_t> of(std::uint32_t owner) const
     {
@@ -48,7 +84,7 @@ public:
     }
 
 private:
-    std::vector<std::uint32_t> m_start;
+    std::vector<std::uint32_t> m_start; ///< by owner, and the end; one more entry is unused
     std::vector<std::uint32_t> m_numbers;
 };
 

@@ -35,7 +35,10 @@ std::vector<std::uint32_t> ownedBy(const std::vector<std::uint32_t>& owners,
 } // namespace
 
 MeshRewriter::MeshRewriter(const MeshData& before)
-    : m_before(before), m_edges(before.topology->edges), m_edgeSmooth(before.edgeFlags())
+    : m_before(before)
+    , m_keepsSources(!before.groups.empty() || before.invisibleFaces != nullptr)
+    , m_edges(before.topology->edges)
+    , m_edgeSmooth(before.edgeFlags())
 {
     if (before.creases != nullptr) {
         m_edgeSource.resize(before.topology->edges.size());
@@ -66,12 +69,22 @@ void MeshRewriter::reserve(std::size_t points, std::size_t edges, std::size_t fa
     m_points.reserve(std::min(points, kMaxParts));
     m_edges.reserve(std::min(edges, kMaxParts));
     m_edgeSmooth.reserve(std::min(edges, kMaxParts));
-    m_faceSource.reserve(std::min(faces, kMaxParts));
+    if (m_keepsSources) {
+        m_faceSource.reserve(std::min(faces, kMaxParts));
+    }
     m_loopStart.reserve(std::min(faces, kMaxParts) + 1);
-    m_faceLoop.reserve(std::min(faces, kMaxParts) + 1);
     m_corners.reserve(std::min(corners, kMaxParts));
     for (WrittenUvs& set : m_uvSets) {
         set.corners.reserve(std::min(corners, kMaxParts));
+    }
+}
+
+void MeshRewriter::reserveUvs(std::size_t added)
+{
+    for (WrittenUvs& set : m_uvSets) {
+        if (set.before != nullptr && !set.before->empty()) {
+            set.points.reserve(std::min(set.points.size() + added, kMaxParts));
+        }
     }
 }
 
@@ -111,7 +124,9 @@ std::int32_t MeshRewriter::addUv(std::size_t set, const Vec2f& point)
 
 void MeshRewriter::beginFace(std::uint32_t source)
 {
-    m_faceSource.push_back(source);
+    if (m_keepsSources) {
+        m_faceSource.push_back(source);
+    }
 }
 
 std::int32_t MeshRewriter::uvId(std::size_t set, std::uint32_t sourceCorner) const
@@ -149,12 +164,18 @@ void MeshRewriter::endLoop()
 
 void MeshRewriter::endFace()
 {
-    if (m_loopStart.back() != m_corners.size() || m_faceLoop.back() + 1 == m_loopStart.size()) {
+    if (m_loopStart.back() != m_corners.size() || m_endedLoops + 1 == m_loopStart.size()) {
         endLoop();
     }
     const auto loops = static_cast<std::uint32_t>(m_loopStart.size() - 1);
-    m_hasHoles = m_hasHoles || loops - m_faceLoop.back() > 1;
-    m_faceLoop.push_back(loops);
+    if (m_faceLoop.empty() && loops - m_endedLoops > 1) {
+        m_faceLoop.resize(std::size_t{m_endedLoops} + 1); // each face so far is one loop
+        std::iota(m_faceLoop.begin(), m_faceLoop.end(), 0U);
+    }
+    if (!m_faceLoop.empty()) {
+        m_faceLoop.push_back(loops);
+    }
+    m_endedLoops = loops;
 }
 
 void MeshRewriter::copyFace(std::uint32_t face)
@@ -206,10 +227,13 @@ void MeshRewriter::copySimpleFaces(std::uint32_t first, std::uint32_t end)
         }
     }
     for (std::uint32_t face = first; face < end; ++face) {
-        m_faceSource.push_back(face);
+        beginFace(face);
         m_loopStart.push_back(topology.loopStart[face + 1] + offset);
-        m_faceLoop.push_back(static_cast<std::uint32_t>(m_loopStart.size() - 1));
+        if (!m_faceLoop.empty()) {
+            m_faceLoop.push_back(static_cast<std::uint32_t>(m_loopStart.size() - 1));
+        }
     }
+    m_endedLoops = static_cast<std::uint32_t>(m_loopStart.size() - 1);
 }
 
 void MeshRewriter::removeEdges()
@@ -337,9 +361,7 @@ MeshTopology MeshRewriter::takeTopology()
     topology.edges = std::move(m_edges);
     topology.corners = std::move(m_corners);
     topology.loopStart = std::move(m_loopStart);
-    if (m_hasHoles) {
-        topology.faceLoop = std::move(m_faceLoop);
-    }
+    topology.faceLoop = std::move(m_faceLoop);
     return topology;
 }
 

@@ -45,6 +45,8 @@ public:
 
     /// Takes memory for so many parts in all at once, within the limit.
     void reserve(std::size_t points, std::size_t edges, std::size_t faces, std::size_t corners);
+    /// The same for texture coordinates that are added to each set.
+    void reserveUvs(std::size_t added);
 
     // --- faces
     /// `source`: the face of the mesh before whose groups it is in.
@@ -94,14 +96,15 @@ private:
 
     const MeshData& m_before;
     bool m_isFull = false;
-    bool m_hasHoles = false;
+    bool m_keepsSources; ///< of faces: there are groups or invisible faces
     std::vector<Vec3f> m_points;
     std::vector<MeshEdge> m_edges;
     EdgeFlags m_edgeSmooth;
     std::vector<std::uint32_t> m_edgeSource; ///< of each edge; empty where nothing is creased
     std::vector<std::int32_t> m_corners;
     std::vector<std::uint32_t> m_loopStart{0};
-    std::vector<std::uint32_t> m_faceLoop{0};
+    std::uint32_t m_endedLoops = 0;        ///< those of ended faces
+    std::vector<std::uint32_t> m_faceLoop; ///< empty until a face has a hole
     std::vector<std::uint32_t> m_faceSource;
     std::vector<WrittenUvs> m_uvSets;
     Gaps m_pointGaps;                        ///< points that are left out

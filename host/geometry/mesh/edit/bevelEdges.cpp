@@ -21,7 +21,7 @@ public:
     BevelWriter(MeshRewriter& rewriter, const CornerLinks& links, const NumberLists& cornersOfEdges,
                 std::span<const Vec3d> pointsBefore, const BevelCorners& corners,
                 const BevelPoints& points, std::span<const std::uint32_t> edges,
-                const std::vector<bool>& isBeveled)
+                const std::vector<bool>& isBeveled, std::size_t edgeCount)
         : m_topology(*rewriter.before().topology)
         , m_rewriter(rewriter)
         , m_links(links)
@@ -30,6 +30,7 @@ public:
         , m_points(points)
         , m_strips(orderStrips(m_topology, edges))
         , m_isBeveled(isBeveled)
+        , m_edgeCount(edgeCount)
         , m_uvs(rewriter, links, pointsBefore, points.count())
         , m_table(points.count())
         , m_isTouched(m_topology.faceCount())
@@ -51,6 +52,7 @@ private:
 
     void makeEdges()
     {
+        m_table.reserve(m_edgeCount);
         const auto all = m_corners.all();
         m_hasChains = std::any_of(all.begin(), all.end(), isChain);
         keepEdges();
@@ -72,7 +74,6 @@ private:
     /// Edges of vertices with one beveled edge at most only change their ends.
     void keepEdges()
     {
-        m_table.reserve(m_topology.edges.size());
         for (std::uint32_t edge = 0; edge < m_topology.edges.size(); ++edge) {
             MeshEdge& ends = m_rewriter.edges()[edge];
             const BevelCorner* const start = m_corners.ofVertex(ends.start);
@@ -96,7 +97,7 @@ private:
     }
     std::uint32_t pointAt(const BevelCorner& corner, std::uint32_t slot) const
     {
-        return m_corners.slot(corner, slot).point;
+        return m_corners.point(corner, slot);
     }
 
     void ensureEdge(std::uint32_t from, std::uint32_t to, std::uint32_t source)
@@ -107,6 +108,9 @@ private:
         const bool isOld = source != kNoSource;
         const std::uint32_t edge =
             m_rewriter.addEdge(from, to, isOld && m_rewriter.before().isSmooth(source), source);
+        if (m_rewriter.isFull()) { // the number is not that of a new edge
+            return;
+        }
         m_table.add(from, to, edge);
         if (!isOld) {
             markSmoothByAngle(m_rewriter, edge);
@@ -391,6 +395,7 @@ private:
     std::vector<BevelStrip> m_strips;
     bool m_hasChains = false; ///< vertices with several beveled edges
     const std::vector<bool>& m_isBeveled;
+    std::size_t m_edgeCount; ///< about as many as there will be
     BevelUvs m_uvs;
     EdgeTable m_table; ///< of the edges that there are now
     std::vector<bool> m_isTouched;
@@ -404,13 +409,35 @@ private:
     std::vector<std::int32_t> m_loopUvs;
 };
 
+/// Memory for what comes of the edges and corners: each segment of a strip is a face, each corner
+/// of more than two slots is one. Returns the edges that there will be.
+std::size_t reserve(MeshRewriter& rewriter, const BevelCorners& corners, std::size_t edgeCount,
+                    std::size_t segments)
+{
+    const MeshTopology& topology = *rewriter.before().topology;
+    std::size_t slots = 0;
+    std::size_t cornerFaces = 0;
+    for (const BevelCorner& corner : corners.all()) {
+        slots += corner.slotCount;
+        cornerFaces += corner.slotCount > 2 ? 1 : 0;
+    }
+    const std::size_t strips = edgeCount * segments;
+    const std::size_t points = slots + 2 * (strips - edgeCount);
+    const std::size_t edgesAfter = topology.edges.size() + strips + edgeCount + points;
+    rewriter.reserve(topology.vertexCount + points, edgesAfter,
+                     topology.faceCount() + strips + cornerFaces,
+                     topology.corners.size() + 4 * strips + points);
+    rewriter.reserveUvs(points);
+    return edgesAfter;
+}
+
 } // namespace
 
 Beveled bevelEdges(const MeshData& mesh, std::span<const std::uint32_t> edges,
                    const Beveling& beveling)
 {
     const MeshTopology& topology = *mesh.topology;
-    const NumberLists cornersOf = cornersOfEdges(topology);
+    NumberLists cornersOf = cornersOfEdges(topology);
     std::vector<bool> isBeveled(topology.edges.size());
     std::vector<std::uint32_t> beveled;
     for (const std::uint32_t edge : edges) {
@@ -424,19 +451,25 @@ Beveled bevelEdges(const MeshData& mesh, std::span<const std::uint32_t> edges,
         result.mesh = std::make_shared<const MeshData>(mesh);
         return result;
     }
-    const CornerLinks links(topology);
-    const std::vector<Vec3d> points = pointsInSpace(mesh, beveling.toSpace);
-    BevelCorners corners(topology, links, points, isBeveled);
-    if (beveled.size() * std::size_t{beveling.segments} > kMaxBevelFaces ||
-        !corners.make(beveled)) {
-        return result;
-    }
     MeshRewriter rewriter(mesh);
-    const BevelPoints places(beveling, points, corners, rewriter);
-    BevelWriter(rewriter, links, cornersOf, points, corners, places, beveled, isBeveled).run();
+    {
+        const CornerLinks links(topology);
+        const std::vector<Vec3d> points = pointsInSpace(mesh, beveling.toSpace);
+        BevelCorners corners(topology, links, points, isBeveled);
+        if (beveled.size() * std::size_t{beveling.segments} > kMaxBevelFaces ||
+            !corners.make(beveled)) {
+            return result;
+        }
+        const std::size_t edgeCount = reserve(rewriter, corners, beveled.size(), beveling.segments);
+        const BevelPoints places(beveling, points, corners, rewriter);
+        BevelWriter(rewriter, links, cornersOf, points, corners, places, beveled, isBeveled,
+                    edgeCount)
+            .run();
+        result.isExact = places.areExact();
+    }
+    cornersOf = {};
     result.mesh = withSmoothEdges(rewriter.finish({.edges = true, .points = true, .uvs = true}),
                                   beveling.smoothingAngle);
-    result.isExact = places.areExact();
     return result;
 }
 

@@ -32,21 +32,8 @@ std::vector<Vec3d> pointsInSpace(const MeshData& mesh, const Matrix4& toSpace)
 
 Vec3d faceNormal(const MeshTopology& topology, std::span<const Vec3d> points, std::uint32_t face)
 {
-    const std::uint32_t first = topology.firstCorner(face);
-    const std::uint32_t end = topology.loopStart[topology.firstLoop(face) + 1];
-    if (end - first < 3) {
-        return {};
-    }
-    // As `areaVector` has it, without a copy of the loop.
-    const Vec3d& origin = points[topology.cornerVertex(first)];
-    Vec3d sum;
-    Vec3d last = points[topology.cornerVertex(first + 1)] - origin;
-    for (std::uint32_t corner = first + 2; corner < end; ++corner) {
-        const Vec3d spoke = points[topology.cornerVertex(corner)] - origin;
-        sum = sum + cross(last, spoke);
-        last = spoke;
-    }
-    return normalized(sum);
+    return faceNormalOf(
+        topology, [points](std::uint32_t vertex) { return points[vertex]; }, face);
 }
 
 Vec3d faceCenter(const MeshTopology& topology, std::span<const Vec3d> points, std::uint32_t face)

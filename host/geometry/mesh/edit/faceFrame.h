@@ -31,7 +31,27 @@ struct LocalFrame {
 /// The points of a mesh in another space.
 std::vector<Vec3d> pointsInSpace(const MeshData& mesh, const Matrix4& toSpace);
 
-/// The unit normal of a face's outer loop (`areaVector`); zero where it has no area.
+/// The unit normal of a face's outer loop as `areaVector` has it, without a copy of the loop; zero
+/// where it has no area. `pointAt` gives the point of a vertex.
+template<class PointAt>
+Vec3d faceNormalOf(const MeshTopology& topology, const PointAt& pointAt, std::uint32_t face)
+{
+    const std::uint32_t first = topology.firstCorner(face);
+    const std::uint32_t end = topology.loopStart[topology.firstLoop(face) + 1];
+    if (end - first < 3) {
+        return {};
+    }
+    const Vec3d origin = pointAt(topology.cornerVertex(first));
+    Vec3d sum;
+    Vec3d last = pointAt(topology.cornerVertex(first + 1)) - origin;
+    for (std::uint32_t corner = first + 2; corner < end; ++corner) {
+        const Vec3d spoke = pointAt(topology.cornerVertex(corner)) - origin;
+        sum = sum + cross(last, spoke);
+        last = spoke;
+    }
+    return normalized(sum);
+}
+
 Vec3d faceNormal(const MeshTopology& topology, std::span<const Vec3d> points, std::uint32_t face);
 
 /// The mean of the points of a face's outer loop.
