@@ -6,6 +6,7 @@
 #include "host/geometry/mesh/primitives/roundSolids.h"
 #include "tests/unit/host_geometry/mesh/edit/flatMesh.h"
 
+#include <array>
 #include <numbers>
 
 namespace host::geometry::test {

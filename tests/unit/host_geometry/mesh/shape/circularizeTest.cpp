@@ -3,6 +3,7 @@
 #include "host/geometry/mesh/primitives/boxes.h"
 #include "tests/unit/host_geometry/mesh/edit/flatMesh.h"
 
+#include <cmath>
 #include <numbers>
 
 namespace host::geometry::test {
