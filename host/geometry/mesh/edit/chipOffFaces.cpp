@@ -201,7 +201,9 @@ void FaceChipper::placeFace(const ComponentMover& mover, std::uint32_t face)
             isSetIn.push_back(isOutline(edgeOf(m_topology.corners[corner])) ? 1 : 0);
         }
         if (m_chipOff.motion.offset != 0) {
-            places = insetLoop(places, isSetIn, frame.z, m_chipOff.motion.offset);
+            std::vector<Vec3d> inset;
+            insetLoop(places, isSetIn, frame.z, m_chipOff.motion.offset, inset);
+            places = std::move(inset);
         }
         for (std::uint32_t corner = first; corner < end; ++corner) {
             Sum& sum = m_sums[m_cornerVertex[corner]];

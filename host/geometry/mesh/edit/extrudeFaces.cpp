@@ -7,13 +7,13 @@
 #include "host/geometry/mesh/edit/insetLoop.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace host::geometry {
 namespace {
 
 /// A vertex that was made anew: one point for each layer, or the last layer's only.
 struct Copy {
-    std::uint32_t source = 0;
     std::uint32_t firstPoint = 0;
     std::uint32_t firstUpright = kNone; ///< kNone where no wall stands
     Vec3d sum;
@@ -67,6 +67,7 @@ public:
         if (!countUses()) {
             return nullptr;
         }
+        reserve();
         for (const std::uint32_t face : m_faces) {
             copyParts(face);
         }
@@ -78,8 +79,8 @@ public:
         for (const Wall& wall : m_walls) {
             writeWall(wall);
         }
-        return withSmoothEdges(m_rewriter.finish({.edges = true, .points = true}),
-                               m_extrusion.smoothingAngle);
+        forgetParts();
+        return m_rewriter.finish({.edges = true, .points = true});
     }
 
 private:
@@ -98,11 +99,53 @@ private:
             const std::uint32_t edge = edgeOf(m_topology.corners[corner]);
             if (m_isDrawn[m_links.face(corner)] && isOutline(edge)) {
                 walls += m_layers;
+                ++m_wallCount;
                 m_hasWall[m_topology.edges[edge].start] = true;
                 m_hasWall[m_topology.edges[edge].end] = true;
             }
         }
         return walls <= kMaxExtrudedFaces;
+    }
+
+    /// Memory for what there will be, as far as it is known before the faces are walked.
+    void reserve()
+    {
+        std::size_t corners = 0;
+        for (const std::uint32_t face : m_faces) {
+            corners += m_topology.endCorner(face) - m_topology.firstCorner(face);
+        }
+        std::size_t edges = corners;
+        std::size_t vertices = corners;
+        if (m_extrusion.isTogether) {
+            edges = static_cast<std::size_t>(
+                std::count_if(m_drawnUses.begin(), m_drawnUses.end(),
+                              [](std::uint32_t uses) { return uses > 0; }));
+            vertices = std::min<std::size_t>(corners, m_topology.vertexCount);
+        }
+        const std::size_t inner = edges - std::min(edges, m_wallCount);
+        const std::size_t uprights = std::min(m_wallCount, vertices);
+        const std::size_t walls = m_wallCount * m_layers;
+        m_copies.reserve(vertices);
+        m_walls.reserve(m_wallCount);
+        m_rewriter.reserve(m_topology.vertexCount + vertices + uprights * (m_layers - 1),
+                           m_topology.edges.size() + inner + walls + uprights * m_layers,
+                           m_topology.faceCount() + walls, m_topology.corners.size() + 4 * walls);
+        m_rewriter.reserveUvs(uprights * m_layers);
+    }
+
+    /// What was needed to write the faces: the mesh is put together of what they are made of.
+    void forgetParts()
+    {
+        m_points = {};
+        m_copies = {};
+        m_walls = {};
+        m_uvs = {};
+        m_cornerCopy = {};
+        m_cornerTop = {};
+        m_vertexCopy = {};
+        m_edgeCopy = {};
+        m_drawnUses = {};
+        m_otherUses = {};
     }
 
     /// True for an edge of a face that is drawn out, where it gets a wall.
@@ -191,7 +234,6 @@ private:
             return m_vertexCopy[vertex];
         }
         Copy copy;
-        copy.source = vertex;
         copy.firstPoint = static_cast<std::uint32_t>(m_rewriter.points().size());
         if (m_hasWall[vertex]) {
             copy.firstUpright = static_cast<std::uint32_t>(m_rewriter.edges().size());
@@ -275,7 +317,8 @@ private:
                 m_isSetIn.push_back(isOutline(edgeOf(m_topology.corners[corner])) ? 1 : 0);
             }
             if (offset != 0) {
-                m_loop = insetLoop(m_loop, m_isSetIn, frame.z, offset);
+                insetLoop(m_loop, m_isSetIn, frame.z, offset, m_inset);
+                m_loop.swap(m_inset);
             }
             for (std::uint32_t corner = first; corner < end; ++corner) {
                 Copy& copy = m_copies[m_cornerCopy[corner]];
@@ -400,6 +443,7 @@ private:
     std::span<const std::uint32_t> m_faces;
     const FaceExtrusion& m_extrusion;
     std::uint32_t m_layers = 1;
+    std::size_t m_wallCount = 0; ///< each of as many faces as there are layers
     MeshRewriter m_rewriter;
     CornerLinks m_links;
     std::vector<bool> m_isDrawn;
@@ -416,6 +460,7 @@ private:
     std::vector<std::int32_t> m_uvIds;
     std::vector<Vec3d> m_points;
     std::vector<Vec3d> m_loop;
+    std::vector<Vec3d> m_inset;
     std::vector<std::uint8_t> m_isSetIn;
 };
 
@@ -425,7 +470,8 @@ std::shared_ptr<const MeshData> extrudeFaces(const MeshData& mesh,
                                              std::span<const std::uint32_t> faces,
                                              const FaceExtrusion& extrusion)
 {
-    return FaceExtruder(mesh, faces, extrusion).run();
+    auto extruded = FaceExtruder(mesh, faces, extrusion).run();
+    return withSmoothEdges(std::move(extruded), extrusion.smoothingAngle);
 }
 
 } // namespace host::geometry

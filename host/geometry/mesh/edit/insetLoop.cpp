@@ -31,10 +31,10 @@ Vec3d slide(const Vec3d& moving, const Vec3d& still, const Vec3d& normal)
 
 } // namespace
 
-std::vector<Vec3d> insetLoop(std::span<const Vec3d> loop, std::span<const std::uint8_t> isSetIn,
-                             const Vec3d& normal, double distance)
+void insetLoop(std::span<const Vec3d> loop, std::span<const std::uint8_t> isSetIn,
+               const Vec3d& normal, double distance, std::vector<Vec3d>& inset)
 {
-    std::vector<Vec3d> inset(loop.begin(), loop.end());
+    inset.assign(loop.begin(), loop.end());
     const std::size_t size = loop.size();
     for (std::size_t i = 0; i < size; ++i) {
         const std::size_t last = i > 0 ? i - 1 : size - 1;
@@ -48,7 +48,6 @@ std::vector<Vec3d> insetLoop(std::span<const Vec3d> loop, std::span<const std::u
             inset[i] = loop[i] + slide(after, before * -1, normal) * distance;
         }
     }
-    return inset;
 }
 
 } // namespace host::geometry

@@ -14,7 +14,8 @@ namespace host::geometry {
 /// that does not stays on the line of the latter. Outwards where the distance is negative.
 ///
 /// Limits  a point at a corner sharper than about a hundredth moves no farther than there.
-std::vector<Vec3d> insetLoop(std::span<const Vec3d> loop, std::span<const std::uint8_t> isSetIn,
-                             const Vec3d& normal, double distance);
+/// `inset` takes the points; it must not be the loop itself.
+void insetLoop(std::span<const Vec3d> loop, std::span<const std::uint8_t> isSetIn,
+               const Vec3d& normal, double distance, std::vector<Vec3d>& inset);
 
 } // namespace host::geometry

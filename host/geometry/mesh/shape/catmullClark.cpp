@@ -240,12 +240,10 @@ constexpr std::size_t kMostSharing = 16;
 
 NumberLists cornersByEdge(const SubdivisionLevel& level)
 {
-    std::vector<std::uint32_t> owners;
-    owners.reserve(level.corners.size());
-    for (const std::int32_t reference : level.corners) {
-        owners.push_back(edgeOf(reference));
-    }
-    return {owners, static_cast<std::uint32_t>(level.edges.size())};
+    return {
+        static_cast<std::uint32_t>(level.corners.size()),
+        static_cast<std::uint32_t>(level.edges.size()),
+        [corners = level.corners.data()](std::uint32_t corner) { return edgeOf(corners[corner]); }};
 }
 
 Vec3d flat(const Vec2f& point)
@@ -268,7 +266,6 @@ public:
         , m_ids(ids)
         , m_isSmoothed(isSmoothed)
         , m_rule(rule)
-        , m_next(level.corners.size())
         , m_faceOf(level.corners.size())
         , m_sums(points.size())
     {
@@ -298,13 +295,25 @@ private:
     struct Sums {
         Vec3d sum; ///< of the points of its faces and of its neighbours
         std::uint32_t faces = 0;
+        std::uint32_t border = kNone; ///< its place among those of borders
+    };
+    /// Of the few that a border goes through, or that faces share which are not smoothed.
+    struct BorderSums {
         std::uint32_t borders = 0;
-        Vec3d borderSum;
+        Vec3d sum;
         bool isPinned = false;
     };
 
     Vec3d uv(std::int32_t id) const { return flat(m_points[static_cast<std::size_t>(id)]); }
     Sums& sums(std::int32_t id) { return m_sums[static_cast<std::size_t>(id)]; }
+    BorderSums& bordersOf(Sums& at)
+    {
+        if (at.border == kNone) {
+            at.border = static_cast<std::uint32_t>(m_borders.size());
+            m_borders.emplace_back();
+        }
+        return m_borders[at.border];
+    }
     bool isSmoothed(std::uint32_t face) const
     {
         return m_isSmoothed.empty() || m_isSmoothed[face] != 0;
@@ -317,7 +326,6 @@ private:
         const bool hasAll = hasAllUvs(m_level, face, m_ids);
         Vec3d sum;
         for (std::uint32_t corner = first; corner < end; ++corner) {
-            m_next[corner] = corner + 1 < end ? corner + 1 : first;
             m_faceOf[corner] = face;
             sum = hasAll ? sum + uv(m_ids[corner]) : sum;
         }
@@ -337,7 +345,9 @@ private:
     std::pair<std::int32_t, std::int32_t> idsAlong(std::uint32_t corner) const
     {
         const std::int32_t here = m_ids[corner];
-        const std::int32_t there = m_ids[m_next[corner]];
+        const std::uint32_t face = m_faceOf[corner];
+        const bool isLast = corner + 1 == m_level.faceStart[face + 1];
+        const std::int32_t there = m_ids[isLast ? m_level.faceStart[face] : corner + 1];
         return m_level.corners[corner] >= 0 ? std::pair(here, there) : std::pair(there, here);
     }
 
@@ -384,11 +394,12 @@ private:
         m_result.sides[first] = uvOf(isSmooth ? (pair + middles) * 0.25 : pair * 0.5);
         for (const auto& [id, other] : {std::pair(start, end), std::pair(end, start)}) {
             Sums& at = sums(id);
-            at.isPinned = at.isPinned || (smoothed != m_members.size() && smoothed > 0);
             at.sum = at.sum + uv(other);
             if (!isInside) {
-                ++at.borders;
-                at.borderSum = at.borderSum + uv(other);
+                BorderSums& border = bordersOf(at);
+                ++border.borders;
+                border.sum = border.sum + uv(other);
+                border.isPinned = border.isPinned || (smoothed != m_members.size() && smoothed > 0);
             }
         }
     }
@@ -399,10 +410,15 @@ private:
             const Sums& at = m_sums[id];
             const Vec3d point = flat(m_points[id]);
             const double n = at.faces;
-            if (at.faces > 0 && at.borders == 0) {
-                m_result.points[id] = uvOf(point * ((n - 2) / n) + at.sum * (1 / (n * n)));
-            } else if (at.borders == 2 && m_rule == UvRule::Edges && !at.isPinned) {
-                m_result.points[id] = uvOf(point * 0.75 + at.borderSum * 0.125);
+            if (at.border == kNone) {
+                m_result.points[id] = at.faces > 0
+                                          ? uvOf(point * ((n - 2) / n) + at.sum * (1 / (n * n)))
+                                          : m_result.points[id];
+                continue;
+            }
+            const BorderSums& border = m_borders[at.border];
+            if (border.borders == 2 && m_rule == UvRule::Edges && !border.isPinned) {
+                m_result.points[id] = uvOf(point * 0.75 + border.sum * 0.125);
             }
         }
     }
@@ -412,10 +428,10 @@ private:
     std::span<const std::int32_t> m_ids;
     std::span<const std::uint8_t> m_isSmoothed;
     UvRule m_rule;
-    std::vector<std::uint32_t> m_next;
     std::vector<std::uint32_t> m_faceOf;
     std::vector<Vec3d> m_middles;
     std::vector<Sums> m_sums;
+    std::vector<BorderSums> m_borders;
     std::vector<std::uint32_t> m_members; ///< the corners of one side
     SubdividedUvs m_result;
 };

@@ -14,9 +14,8 @@ namespace {
 
 /// A piece of an edge of the mesh before.
 struct Piece {
-    std::uint32_t edge = kNone; ///< kNone: inside a face
-    bool isTurned = false;      ///< the level's edge runs against the one before
-    std::uint32_t place = 0;    ///< counted along the level's edge
+    std::int32_t reference = 0;  ///< to the edge; backwards: the level's edge runs against it
+    std::uint32_t place = kNone; ///< counted along the level's edge; kNone: inside a face
 };
 
 struct LevelUvs {
@@ -80,11 +79,14 @@ public:
         takeTopology();
         takeUvs();
         m_points = doublePoints(mesh);
-        std::vector<std::uint32_t> placeOf(m_order.size());
-        for (std::uint32_t place = 0; place < m_order.size(); ++place) {
-            placeOf[edgeOf(m_order[place])] = place;
+        if (mesh.creases != nullptr) {
+            std::vector<std::uint32_t> placeOf(m_order.size());
+            for (std::uint32_t place = 0; place < m_order.size(); ++place) {
+                placeOf[edgeOf(m_order[place])] = place;
+            }
+            applyCreases(mesh, placeOf, m_level);
         }
-        applyCreases(mesh, placeOf, m_level);
+        std::vector<std::int32_t>().swap(m_order);
     }
 
     std::shared_ptr<const MeshData> run()
@@ -93,9 +95,12 @@ public:
             divide();
         }
         auto result = std::make_shared<MeshData>(m_mesh);
-        result->topology = std::make_shared<const MeshTopology>(finalTopology());
-        result->edgeSmooth = finalFlags();
-        result->points = finalPoints();
+        {
+            const std::vector<std::uint32_t> numbers = vertexNumbers();
+            result->points = finalPoints(numbers);
+            result->edgeSmooth = finalFlags();
+            result->topology = std::make_shared<const MeshTopology>(finalTopology(numbers));
+        }
         result->lockedNormals = nullptr;
         result->creases = nullptr;
         carryFaces(*result);
@@ -132,9 +137,10 @@ private:
     }
 
     std::vector<std::uint32_t> vertexNumbers() const;
-    MeshTopology finalTopology() const;
+    MeshTopology finalTopology(const std::vector<std::uint32_t>& vertices);
     std::shared_ptr<const EdgeFlags> finalFlags() const;
-    std::shared_ptr<const std::vector<Vec3f>> finalPoints() const;
+    std::shared_ptr<const std::vector<Vec3f>>
+    finalPoints(const std::vector<std::uint32_t>& numbers);
     void carryFaces(MeshData& result) const;
     std::shared_ptr<const std::vector<std::uint32_t>>
     carried(const std::vector<std::uint32_t>& faces) const;
@@ -160,10 +166,12 @@ void Smoother::takeTopology()
     for (const std::int32_t reference : topology.corners) {
         m_level.corners.push_back(walk.placed(reference));
     }
+    m_pieces.reserve(m_order.size());
+    m_level.edges.reserve(m_order.size());
     for (const std::int32_t reference : m_order) {
         const std::uint32_t edge = edgeOf(reference);
         const MeshEdge& ends = topology.edges[edge];
-        m_pieces.push_back({edge, reference < 0, 0});
+        m_pieces.push_back({reference, 0});
         m_level.edges.push_back(reference >= 0 ? ends : MeshEdge{ends.end, ends.start});
         if (m_rules.keepsHardEdges) {
             m_level.isPinned.push_back(m_mesh.isSmooth(edge) ? 0 : 1);
@@ -180,6 +188,7 @@ void Smoother::takeUvs()
         LevelUvs uvs;
         if (set.points != nullptr && set.corners != nullptr && !set.corners->empty()) {
             uvs.ids.assign(topology.corners.size(), -1);
+            uvs.points.reserve(set.points->size());
             // The vertex that an id was last given out for, and what it became.
             std::vector<std::uint32_t> vertexOf(set.points->size(), kNone);
             std::vector<std::int32_t> newId(set.points->size());
@@ -251,8 +260,9 @@ std::vector<Piece> Smoother::nextPieces() const
     std::vector<Piece> pieces(m_level.corners.size());
     pieces.reserve(pieces.size() + 2 * m_pieces.size());
     for (const Piece& piece : m_pieces) {
-        pieces.push_back({piece.edge, piece.isTurned, 2 * piece.place});
-        pieces.push_back({piece.edge, piece.isTurned, 2 * piece.place + 1});
+        const bool isInside = piece.place == kNone;
+        pieces.push_back({piece.reference, isInside ? kNone : 2 * piece.place});
+        pieces.push_back({piece.reference, isInside ? kNone : 2 * piece.place + 1});
     }
     return pieces;
 }
@@ -263,6 +273,7 @@ void Smoother::divideUvs(LevelUvs& uvs, const SubdivisionLevel& next) const
         return;
     }
     SubdividedUvs step = subdividedUvs(m_level, uvs.points, uvs.ids, {}, m_rules.uvs);
+    step.points.reserve(step.points.size() + m_level.faceCount() + step.firsts.size());
     std::vector<std::int32_t> faceIds(m_level.faceCount(), -1);
     const auto add = [&step](const Vec2f& point) {
         step.points.push_back(point);
@@ -319,6 +330,9 @@ std::vector<std::uint32_t> Smoother::vertexNumbers() const
     for (std::size_t face = 0; m_divisions > 0 && face < faces; ++face) {
         std::swap(vertexAt[first + face], vertexAt[first + edges + face]);
     }
+    if (faces <= edges) {
+        return vertexAt; // they change places in pairs
+    }
     std::vector<std::uint32_t> numbers(vertexAt.size());
     for (std::uint32_t place = 0; place < vertexAt.size(); ++place) {
         numbers[vertexAt[place]] = place;
@@ -326,40 +340,43 @@ std::vector<std::uint32_t> Smoother::vertexNumbers() const
     return numbers;
 }
 
-std::shared_ptr<const std::vector<Vec3f>> Smoother::finalPoints() const
+std::shared_ptr<const std::vector<Vec3f>>
+Smoother::finalPoints(const std::vector<std::uint32_t>& numbers)
 {
-    const std::vector<std::uint32_t> numbers = vertexNumbers();
     auto points = std::make_shared<std::vector<Vec3f>>(numbers.size());
     for (std::size_t vertex = 0; vertex < numbers.size(); ++vertex) {
         (*points)[numbers[vertex]] = toFloat(m_points[vertex]);
     }
+    std::vector<Vec3d>().swap(m_points);
     return points;
 }
 
-MeshTopology Smoother::finalTopology() const
+MeshTopology Smoother::finalTopology(const std::vector<std::uint32_t>& vertices)
 {
     const MeshTopology& before = *m_mesh.topology;
-    const std::vector<std::uint32_t> vertices = vertexNumbers();
     const std::uint32_t pieces = 1U << m_divisions;
     MeshTopology topology;
     topology.vertexCount = m_level.vertexCount;
+    topology.edges.reserve(m_level.edges.size());
     topology.edges.resize(before.edges.size() * pieces);
     // The final reference to each edge of the level; 0 and isKnown false while it has none.
     std::vector<std::int32_t> references(m_level.edges.size());
     std::vector<bool> isKnown(m_level.edges.size());
     for (std::uint32_t edge = 0; edge < m_pieces.size(); ++edge) {
         const Piece& piece = m_pieces[edge];
-        if (piece.edge == kNone) {
+        if (piece.place == kNone) {
             continue;
         }
         const std::uint32_t start = vertices[m_level.edges[edge].start];
         const std::uint32_t end = vertices[m_level.edges[edge].end];
-        const std::uint32_t place = piece.isTurned ? pieces - 1 - piece.place : piece.place;
-        const std::uint32_t number = piece.edge * pieces + place;
+        const bool isTurned = piece.reference < 0;
+        const std::uint32_t place = isTurned ? pieces - 1 - piece.place : piece.place;
+        const std::uint32_t number = edgeOf(piece.reference) * pieces + place;
         isKnown[edge] = true;
-        references[edge] = referenceTo(number, piece.isTurned);
-        topology.edges[number] = piece.isTurned ? MeshEdge{end, start} : MeshEdge{start, end};
+        references[edge] = referenceTo(number, isTurned);
+        topology.edges[number] = isTurned ? MeshEdge{end, start} : MeshEdge{start, end};
     }
+    std::vector<Piece>().swap(m_pieces);
     topology.corners.reserve(m_level.corners.size());
     for (const std::int32_t reference : m_level.corners) {
         const std::uint32_t edge = edgeOf(reference);
@@ -375,7 +392,7 @@ MeshTopology Smoother::finalTopology() const
         }
         topology.corners.push_back(isBackwards ? reversed(references[edge]) : references[edge]);
     }
-    topology.loopStart = m_level.faceStart;
+    topology.loopStart = std::move(m_level.faceStart);
     return topology;
 }
 

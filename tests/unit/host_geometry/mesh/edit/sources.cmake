@@ -2,6 +2,7 @@ list(APPEND SOURCES
     mesh/edit/anyMeshTest.cpp
     mesh/edit/bevelTest.cpp
     mesh/edit/bordersTest.cpp
+    mesh/edit/closedSolidsTest.cpp
     mesh/edit/cutMirrorTest.cpp
     mesh/edit/deletePartsTest.cpp
     mesh/edit/duplicateEdgeLoopsTest.cpp
