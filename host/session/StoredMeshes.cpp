@@ -228,17 +228,24 @@ void MeshAssembly::takeUvIds(geometry::UvSet& set, std::vector<std::int32_t>&& i
     geometry::removeCorners(ids, damage.droppedCorners, cornerCount);
     const auto pointCount =
         static_cast<std::int64_t>(set.points != nullptr ? set.points->size() : 0);
+    std::int32_t lowest = 0;
+    std::int32_t highest = -1;
+    for (const std::int32_t id : ids) { // without a branch: nearly always all are good
+        lowest = std::min(lowest, id);
+        highest = std::max(highest, id);
+    }
     std::size_t bad = 0;
-    bool hasAny = false;
-    for (std::int32_t& id : ids) {
-        if (id < -1 || id >= pointCount) {
-            id = -1;
-            ++bad;
+    if (lowest < -1 || highest >= pointCount) {
+        highest = -1;
+        for (std::int32_t& id : ids) {
+            const bool isBad = id < -1 || id >= pointCount;
+            bad += isBad ? 1 : 0;
+            id = isBad ? -1 : id;
+            highest = std::max(highest, id);
         }
-        hasAny |= id >= 0;
     }
     report(bad, "texture coordinate numbers");
-    if (hasAny) {
+    if (highest >= 0) {
         set.corners = std::make_shared<const std::vector<std::int32_t>>(std::move(ids));
     }
 }

@@ -50,12 +50,11 @@ bool PlainRenderMesh::find()
     if (m_uvSet != nullptr) {
         uvs = *m_uvSet->corners;
     }
-    std::vector<std::uint32_t> vertices;
-    std::optional<PlainVertices> found = findPlainVertices(*m_mesh, uvs, vertices);
+    std::optional<PlainVertices> found = findPlainVertices(*m_mesh, uvs);
     if (!found) {
         return false;
     }
-    std::optional<PlainShading> shading = shadePlain(*m_mesh, *found, vertices);
+    std::optional<PlainShading> shading = shadePlain(*m_mesh, *found);
     if (!shading) {
         return false;
     }

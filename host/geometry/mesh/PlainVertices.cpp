@@ -1,5 +1,7 @@
 #include "host/geometry/mesh/PlainVertices.h"
 
+#include <utility>
+
 namespace host::geometry {
 namespace {
 
@@ -12,15 +14,13 @@ bool isEmpty(const auto& shared)
 /// the first shares a smooth edge at that vertex with a face before it.
 class Numbering {
 public:
-    Numbering(const MeshData& mesh, std::span<const std::int32_t> uvs,
-              std::vector<std::uint32_t>& vertices)
+    Numbering(const MeshData& mesh, std::span<const std::int32_t> uvs)
         : m_mesh(mesh)
         , m_topology(*mesh.topology)
-        , m_uvs(uvs)
-        , m_vertices(vertices)
         , m_isKnownEdge(m_topology.edges.size())
+        , m_vertices(std::make_unique_for_overwrite<std::uint32_t[]>(m_topology.corners.size()))
+        , m_uvOfCorner(uvs.empty() ? nullptr : uvs.data())
     {
-        m_vertices.resize(m_topology.corners.size());
         m_result.places.assign(m_topology.vertexCount, PlainVertices::kUnused);
         m_result.uvs.resize(uvs.empty() ? 0 : m_topology.vertexCount);
         m_result.isShared.resize(m_topology.vertexCount);
@@ -28,81 +28,99 @@ public:
 
     std::optional<PlainVertices> run()
     {
+        Lists lists{m_topology.edges.data(),
+                    m_topology.corners.data(),
+                    m_isKnownEdge.data(),
+                    m_vertices.get(),
+                    m_result.places.data(),
+                    m_uvOfCorner,
+                    m_result.uvs.data(),
+                    m_result.isShared.data(),
+                    m_mesh.edgeSmooth != nullptr ? m_mesh.edgeSmooth->data() : nullptr};
         for (std::uint32_t face = 0; face < m_topology.faceCount(); ++face) {
             const std::uint32_t first = m_topology.loopStart[face];
             const std::uint32_t end = m_topology.loopStart[face + 1];
-            const bool isTaken =
-                end - first == 4 ? takeFace<4>(first) : end - first == 3 && takeFace<3>(first);
+            const bool isTaken = end - first == 4 ? takeFace<4>(lists, first)
+                                                  : end - first == 3 && takeFace<3>(lists, first);
             if (!isTaken) {
                 return std::nullopt;
             }
         }
+        m_result.count = lists.count;
+        m_result.ofCorners = std::move(m_vertices);
         return std::move(m_result);
     }
 
 private:
-    static std::uint32_t edgeOf(std::int32_t reference)
-    {
-        return static_cast<std::uint32_t>(reference ^ reference >> 31); // -1 - e is e turned over
-    }
+    /// Where everything lies, so that it need not be looked up again after every store.
+    struct Lists {
+        const MeshEdge* edges;
+        const std::int32_t* corners;
+        std::uint8_t* isKnownEdge;
+        std::uint32_t* vertices;
+        std::uint32_t* places;
+        const std::int32_t* uvOfCorner; ///< null: there are none
+        std::int32_t* uvs;
+        std::uint8_t* isShared;
+        const std::uint8_t* isSmooth; ///< null: all edges are
+        std::uint32_t count = 0;
+    };
 
     template<std::uint32_t kCorners>
-    bool takeFace(std::uint32_t first)
+    static bool takeFace(Lists& lists, std::uint32_t first)
     {
         std::uint32_t edges[kCorners];
         bool isKnown[kCorners]; // before this face
         for (std::uint32_t k = 0; k < kCorners; ++k) {
-            const std::int32_t reference = m_topology.corners[first + k];
-            edges[k] = edgeOf(reference);
-            isKnown[k] = m_isKnownEdge[edges[k]];
-            const MeshEdge& edge = m_topology.edges[edges[k]];
-            m_vertices[first + k] = reference >= 0 ? edge.start : edge.end;
+            const std::int32_t reference = lists.corners[first + k];
+            edges[k] = static_cast<std::uint32_t>(reference ^ reference >> 31); // -1 - e or e
+            isKnown[k] = lists.isKnownEdge[edges[k]] != 0;
+            const MeshEdge& edge = lists.edges[edges[k]];
+            lists.vertices[first + k] = reference >= 0 ? edge.start : edge.end;
         }
         bool isPlain = true;
         for (std::uint32_t k = 0; k < kCorners; ++k) {
-            isPlain &= takeCorner(first + k, isKnown[k] | isKnown[(k + kCorners - 1) % kCorners]);
-            if (m_mesh.isSmooth(edges[k])) {
-                m_isKnownEdge[edges[k]] = true;
-            }
+            isPlain &=
+                takeCorner(lists, first + k, isKnown[k] | isKnown[(k + kCorners - 1) % kCorners]);
+            lists.isKnownEdge[edges[k]] |= lists.isSmooth != nullptr ? lists.isSmooth[edges[k]] : 1;
         }
         return isPlain;
     }
 
-    bool takeCorner(std::uint32_t corner, bool isJoined)
+    static bool takeCorner(Lists& lists, std::uint32_t corner, bool isJoined)
     {
-        const std::uint32_t vertex = m_vertices[corner];
-        std::uint32_t& place = m_result.places[vertex];
-        if (place == PlainVertices::kUnused) {
-            place = static_cast<std::uint32_t>(m_result.count++);
-            if (!m_uvs.empty()) {
-                m_result.uvs[vertex] = m_uvs[corner];
+        const std::uint32_t vertex = lists.vertices[corner];
+        if (lists.places[vertex] == PlainVertices::kUnused) {
+            lists.places[vertex] = lists.count++;
+            if (lists.uvOfCorner != nullptr) {
+                lists.uvs[vertex] = lists.uvOfCorner[corner];
             }
             return true;
         }
-        m_result.isShared[vertex] = true;
-        return isJoined && (m_uvs.empty() || m_result.uvs[vertex] == m_uvs[corner]);
+        lists.isShared[vertex] = 1;
+        return isJoined &&
+               (lists.uvOfCorner == nullptr || lists.uvs[vertex] == lists.uvOfCorner[corner]);
     }
 
     const MeshData& m_mesh;
     const MeshTopology& m_topology;
-    std::span<const std::int32_t> m_uvs;
-    std::vector<std::uint32_t>& m_vertices;
-    std::vector<bool> m_isKnownEdge; ///< smooth, and of a face that was taken
+    std::vector<std::uint8_t> m_isKnownEdge; ///< 1: smooth, and of a face that was taken
+    std::unique_ptr<std::uint32_t[]> m_vertices;
+    const std::int32_t* m_uvOfCorner;
     PlainVertices m_result;
 };
 
 } // namespace
 
 std::optional<PlainVertices> findPlainVertices(const MeshData& mesh,
-                                               std::span<const std::int32_t> uvs,
-                                               std::vector<std::uint32_t>& vertices)
+                                               std::span<const std::int32_t> uvs)
 {
     const bool isCandidate = mesh.topology->faceCount() > 0 && mesh.topology->faceLoop.empty() &&
                              isEmpty(mesh.invisibleFaces) && isEmpty(mesh.lockedNormals);
     if (!isCandidate) {
         return std::nullopt;
     }
-    return Numbering(mesh, uvs, vertices).run();
+    return Numbering(mesh, uvs).run();
 }
 
 } // namespace host::geometry

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -15,20 +16,20 @@ namespace host::geometry {
 struct PlainVertices {
     static constexpr std::uint32_t kUnused = 0xffffffff;
 
-    std::vector<std::uint32_t> places; ///< by first use of corners; kUnused: of no face
-    std::vector<std::int32_t> uvs;     ///< ids, -1 none; empty: no vertex has any
-    std::vector<bool> isShared;        ///< by several corners
-    std::size_t count = 0;             ///< of the used ones
+    std::vector<std::uint32_t> places;          ///< by first use of corners; kUnused: of no face
+    std::vector<std::int32_t> uvs;              ///< ids, -1 none; empty: no vertex has any
+    std::vector<std::uint8_t> isShared;         ///< 1: by several corners
+    std::size_t count = 0;                      ///< of the used ones
+    std::unique_ptr<std::uint32_t[]> ofCorners; ///< the vertex of the mesh at each corner
 };
 
 /// Numbers the vertices if the mesh is plain: faces of three or four corners without holes, all
 /// shown; no locked normals; the corners of each vertex have one normal in common, by smooth edges
 /// between them, and the same id in `uvs` (one per corner, or none at all).
 ///
-/// `vertices` gets the vertex of each corner. A mesh that lists the faces of some vertex in such an
-/// order that one of them touches none of those before it is not taken for plain, though it may be.
+/// A mesh that lists the faces of some vertex in such an order that one of them touches none of
+/// those before it is not taken for plain, though it may be.
 std::optional<PlainVertices> findPlainVertices(const MeshData& mesh,
-                                               std::span<const std::int32_t> uvs,
-                                               std::vector<std::uint32_t>& vertices);
+                                               std::span<const std::int32_t> uvs);
 
 } // namespace host::geometry

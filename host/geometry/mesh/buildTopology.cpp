@@ -8,6 +8,12 @@ namespace {
 
 constexpr std::size_t kMaxCorners = 0x7ffffffe;
 
+/// The edge of a reference, e or -1 - e.
+std::uint32_t edgeOf(std::int32_t reference)
+{
+    return static_cast<std::uint32_t>(reference ^ reference >> 31);
+}
+
 /// Compacts the corners of the usable loops to the front of their own list.
 class TopologyBuilder {
 public:
@@ -23,8 +29,8 @@ public:
 
 private:
     void takeEdges(std::span<const std::int32_t> triples);
-    /// The vertices that a reference leaves and reaches; false for a bad reference.
-    bool ends(std::int32_t reference, std::uint32_t& start, std::uint32_t& end) const;
+    /// Whether all edges of a run of corners are there, with vertices that are there.
+    bool hasGoodEdges(std::size_t first, std::size_t count) const;
     bool isClosed(std::size_t first, std::size_t count) const;
     void addFace(std::uint32_t loopCount);
     /// Takes the next given loop; keeps it when it is usable and wanted.
@@ -65,35 +71,39 @@ void TopologyBuilder::takeEdges(std::span<const std::int32_t> triples)
     }
 }
 
-bool TopologyBuilder::ends(std::int32_t reference, std::uint32_t& start, std::uint32_t& end) const
+bool TopologyBuilder::hasGoodEdges(std::size_t first, std::size_t count) const
 {
-    const auto edge = static_cast<std::uint32_t>(reference >= 0 ? reference : -(reference + 1));
-    const auto& edges = m_built.topology.edges;
-    if (edge >= edges.size() || (!m_isBadEdge.empty() && m_isBadEdge[edge])) {
-        return false;
+    const auto edgeCount = static_cast<std::uint32_t>(m_built.topology.edges.size());
+    bool isGood = true;
+    for (std::size_t i = first; i < first + count; ++i) {
+        const std::uint32_t edge = edgeOf(m_lists.corners[i]);
+        isGood &= edge < edgeCount;
+        if (isGood && !m_isBadEdge.empty()) {
+            isGood = !m_isBadEdge[edge];
+        }
     }
-    start = reference >= 0 ? edges[edge].start : edges[edge].end;
-    end = reference >= 0 ? edges[edge].end : edges[edge].start;
-    return true;
+    return isGood;
 }
 
 bool TopologyBuilder::isClosed(std::size_t first, std::size_t count) const
 {
-    std::uint32_t loopStart = 0;
-    std::uint32_t start = 0;
-    std::uint32_t reached = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::uint32_t expected = reached;
-        if (!ends(m_lists.corners[first + i], start, reached)) {
-            return false;
-        }
-        if (i == 0) {
-            loopStart = start;
-        } else if (start != expected) {
-            return false;
-        }
+    if (count == 0 || !hasGoodEdges(first, count)) {
+        return false;
     }
-    return count > 0 && reached == loopStart;
+    const MeshEdge* const edges = m_built.topology.edges.data();
+    const std::int32_t* const corners = m_lists.corners.data() + first;
+    const auto reachedBy = [edges](std::int32_t reference) {
+        const MeshEdge& edge = edges[edgeOf(reference)];
+        return reference >= 0 ? edge.end : edge.start;
+    };
+    std::uint32_t reached = reachedBy(corners[count - 1]);
+    bool isClosed = true;
+    for (std::size_t i = 0; i < count; ++i) {
+        const MeshEdge& edge = edges[edgeOf(corners[i])];
+        isClosed &= reached == (corners[i] >= 0 ? edge.start : edge.end);
+        reached = corners[i] >= 0 ? edge.end : edge.start;
+    }
+    return isClosed;
 }
 
 void TopologyBuilder::drop(std::size_t first, std::size_t end)

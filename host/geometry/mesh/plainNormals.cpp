@@ -64,11 +64,10 @@ struct NormalSum {
 /// Adds faces to the sums in ascending order: sums depend on it.
 class Shading {
 public:
-    Shading(const MeshData& mesh, const PlainVertices& found,
-            std::span<const std::uint32_t> vertices)
+    Shading(const MeshData& mesh, PlainVertices& found)
         : m_topology(*mesh.topology)
         , m_found(found)
-        , m_vertices(vertices)
+        , m_vertices(found.ofCorners.get(), m_topology.corners.size())
         , m_points(pointsOf(mesh))
         , m_weights(mesh.normalWeighting)
         , m_isBestCutWanted(mesh.quadSplit == QuadSplit::BestShape)
@@ -88,6 +87,7 @@ public:
             }
         }
         addWaiting();
+        m_found.ofCorners.reset(); // now is the peak of memory
         return finish();
     }
 
@@ -136,7 +136,7 @@ private:
         for (std::uint32_t k = 0; k < kCorners; ++k) {
             const std::uint32_t vertex = m_vertices[waiting.faces.firstCorner(i) + k];
             NormalSum& sum = m_sums[vertex];
-            if (m_found.isShared[vertex]) {
+            if (m_found.isShared[vertex] != 0) {
                 const double weight = m_weights.of(shapes.angles[k].values[i], area);
                 sum.vector = sum.vector + normal * weight;
                 sum.length += weight;
@@ -155,7 +155,7 @@ private:
             if (m_found.places[vertex] == PlainVertices::kUnused) {
                 continue;
             }
-            if (!m_found.isShared[vertex]) {
+            if (m_found.isShared[vertex] == 0) {
                 result.normals[vertex] = toFloat(sum.vector);
                 if (sum.length == 0) {
                     return std::nullopt;
@@ -173,7 +173,7 @@ private:
     }
 
     const MeshTopology& m_topology;
-    const PlainVertices& m_found;
+    PlainVertices& m_found;
     std::span<const std::uint32_t> m_vertices;
     std::span<const Vec3f> m_points;
     Weights m_weights;
@@ -189,10 +189,9 @@ private:
 
 } // namespace
 
-std::optional<PlainShading> shadePlain(const MeshData& mesh, const PlainVertices& found,
-                                       std::span<const std::uint32_t> vertices)
+std::optional<PlainShading> shadePlain(const MeshData& mesh, PlainVertices& found)
 {
-    return Shading(mesh, found, vertices).run();
+    return Shading(mesh, found).run();
 }
 
 } // namespace host::geometry

@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <vector>
 
 namespace host::geometry {
@@ -19,8 +18,7 @@ struct PlainShading {
 /// What `computeNormals` and `triangulate` find. Nothing when the normals of some vertex have no
 /// sum (a fold, or no face with an area), which those two know how to deal with.
 ///
-/// Input    vertices: of the corners.
-std::optional<PlainShading> shadePlain(const MeshData& mesh, const PlainVertices& found,
-                                       std::span<const std::uint32_t> vertices);
+/// `found.ofCorners` is given back on the way.
+std::optional<PlainShading> shadePlain(const MeshData& mesh, PlainVertices& found);
 
 } // namespace host::geometry

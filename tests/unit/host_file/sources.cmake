@@ -15,6 +15,7 @@ set(SOURCES
     binaryTypeCodesTest.cpp
     codesetTest.cpp
     facesTest.cpp
+    meshWordsTest.cpp
     numbersTest.cpp
     payloadsTest.cpp
     readSceneTest.cpp

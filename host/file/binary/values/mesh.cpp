@@ -335,6 +335,17 @@ private:
         if (count > 0 && static_cast<std::size_t>(highest) >= m_parts.edges.size() / 2) {
             note("a face of a mesh refers to an edge that is not there");
         }
+        loadRuns(words, faces);
+        loadUvIds(begin, count);
+    }
+
+    static void loadRuns(Words words, PolyFaces& faces)
+    {
+        if (areQuads(words)) {
+            faces.loopSizes.assign(words.size() / 4, 4);
+            faces.faceLoopCounts.assign(words.size() / 4, 1);
+            return;
+        }
         const std::size_t faceCount = countEnds(words, kEndsFace);
         const std::size_t loopCount = countEnds(words, kEndsLoop | kEndsFace);
         faces.loopSizes.resize(loopCount);
@@ -345,7 +356,6 @@ private:
             faces.faceLoopCounts.resize(faceCount);
             countLoops(words, faces.faceLoopCounts.data());
         }
-        loadUvIds(begin, count);
     }
 
     void loadUvIds(std::size_t begin, std::size_t count)

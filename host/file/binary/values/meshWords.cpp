@@ -1,8 +1,28 @@
 #include "host/file/binary/values/meshWords.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 
 namespace host::file::binary {
+namespace {
+
+// Flags can be looked at without turning the bytes of a word over.
+
+std::uint32_t rawWord(Words words, std::size_t at)
+{
+    std::uint32_t word;
+    std::memcpy(&word, words.from(at), sizeof word);
+    return word;
+}
+
+/// A word as it stands in a file.
+std::uint32_t asInFile(std::uint32_t word)
+{
+    return std::endian::native == std::endian::little ? swapped(word) : word;
+}
+
+} // namespace
 
 void loadEdges(const char* bytes, std::size_t count, std::int32_t* target)
 {
@@ -29,12 +49,30 @@ std::int32_t loadCorners(Words corners, std::int32_t* target)
 
 std::size_t countEnds(Words corners, std::uint32_t flags)
 {
+    const std::uint32_t mask = asInFile(flags);
     std::uint32_t ends = 0; // a piece has fewer corners than 2^32
     const std::size_t count = corners.size();
     for (std::size_t i = 0; i < count; ++i) {
-        ends += (load<std::uint32_t>(corners.from(i)) & flags) != 0 ? 1U : 0U;
+        ends += (rawWord(corners, i) & mask) != 0 ? 1U : 0U;
     }
     return ends;
+}
+
+bool areQuads(Words corners)
+{
+    const std::uint32_t inside = asInFile(kEndsLoop | kEndsFace);
+    const std::uint32_t atEnd = asInFile(kEndsFace);
+    const std::size_t count = corners.size();
+    if (count % 4 != 0) {
+        return false;
+    }
+    std::uint32_t endsInside = 0;
+    std::uint32_t endsAtAll = atEnd;
+    for (std::size_t i = 0; i < count; i += 4) {
+        endsInside |= rawWord(corners, i) | rawWord(corners, i + 1) | rawWord(corners, i + 2);
+        endsAtAll &= rawWord(corners, i + 3);
+    }
+    return (endsInside & inside) == 0 && endsAtAll != 0;
 }
 
 void measureRuns(Words corners, std::uint32_t flags, std::uint32_t* target)

@@ -46,6 +46,9 @@ std::int32_t loadCorners(Words corners, std::int32_t* target);
 /// The corners that have one of the flags; at most 2^32 - 1 corners.
 std::size_t countEnds(Words corners, std::uint32_t flags);
 
+/// Whether all faces have one loop of four corners; the last corner ends a face.
+bool areQuads(Words corners);
+
 /// The corners of each run that ends with one of the flags; `target` has room for `countEnds`, the
 /// last corner ends a run.
 void measureRuns(Words corners, std::uint32_t flags, std::uint32_t* target);
