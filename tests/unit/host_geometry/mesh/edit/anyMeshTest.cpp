@@ -8,13 +8,16 @@
 #include "host/geometry/mesh/edit/deleteFaces.h"
 #include "host/geometry/mesh/edit/dissolveEdges.h"
 #include "host/geometry/mesh/edit/dissolveVertices.h"
+#include "host/geometry/mesh/edit/duplicateEdgeLoops.h"
 #include "host/geometry/mesh/edit/flipEdges.h"
 #include "host/geometry/mesh/edit/joinEdges.h"
 #include "host/geometry/mesh/edit/joinTriangles.h"
 #include "host/geometry/mesh/edit/mirrorFaces.h"
+#include "host/geometry/mesh/edit/spinEdges.h"
 #include "host/geometry/mesh/edit/splitMesh.h"
 #include "host/geometry/mesh/edit/triangulateFaces.h"
 #include "host/geometry/mesh/edit/uniteMeshes.h"
+#include "host/geometry/mesh/edit/wedgeFaces.h"
 #include "tests/unit/host_geometry/mesh/edit/flatMesh.h"
 
 #include <algorithm>
@@ -110,6 +113,24 @@ SharedMesh changed(const MeshData& mesh, std::uint32_t operation, Random& random
                            random() % 2 == 0 ? UvSetMerging::None : UvSetMerging::ByName);
     case 16:
         return flipEdges(mesh, edges);
+    case 17:
+        return edges.empty() ? nullptr
+                             : spinEdges(mesh, std::span(edges).first(1),
+                                         static_cast<std::int32_t>(random() % 9) - 4);
+    case 18: {
+        LoopDuplication duplication;
+        duplication.isDistance = edges.size() > 3;
+        return duplicateEdgeLoops(mesh, edges, duplication).mesh;
+    }
+    case 19: {
+        FaceWedge wedge;
+        wedge.hinges = std::span(edges).first(std::min<std::size_t>(edges.size(), 1));
+        wedge.center = plane.point;
+        wedge.axis = plane.normal;
+        wedge.angle = number();
+        wedge.divisions = 2;
+        return wedgeFaces(mesh, faces, wedge);
+    }
     default: {
         std::vector<FaceStep> steps;
         for (const std::uint32_t edge : edges) {
@@ -122,7 +143,7 @@ SharedMesh changed(const MeshData& mesh, std::uint32_t operation, Random& random
 
 TEST(AnyMesh, EveryOperationLeavesAMeshOrNone)
 {
-    constexpr std::uint32_t kOperations = 18;
+    constexpr std::uint32_t kOperations = 21;
     std::vector<std::size_t> made(kOperations);
     Random random(17);
     for (int round = 0; round < 400; ++round) {
