@@ -27,6 +27,34 @@ Numbers<3> numbersOf(const Vec3f& vector)
     return {vector.x, vector.y, vector.z};
 }
 
+struct TriangleMaker {
+    const MeshTopology& topology;
+    const std::uint32_t* places;
+    const std::uint8_t* isCutFromSecond;
+
+    /// Makes the indices of a face's triangles; returns how many.
+    [[gnu::always_inline]] std::size_t make(std::uint32_t face, std::uint32_t* target) const
+    {
+        const std::uint32_t first = topology.loopStart[face];
+        const std::uint32_t a = places[topology.cornerVertex(first)];
+        const std::uint32_t b = places[topology.cornerVertex(first + 1)];
+        const std::uint32_t c = places[topology.cornerVertex(first + 2)];
+        target[0] = a;
+        target[1] = b;
+        if (topology.loopStart[face + 1] - first == 3) {
+            target[2] = c;
+            return 3;
+        }
+        const std::uint32_t d = places[topology.cornerVertex(first + 3)];
+        const bool isSecond = isCutFromSecond[face] != 0;
+        target[2] = isSecond ? d : c;
+        target[3] = isSecond ? b : a;
+        target[4] = c;
+        target[5] = d;
+        return kMostIndices;
+    }
+};
+
 } // namespace
 
 std::shared_ptr<PlainRenderMesh> PlainRenderMesh::make(const std::shared_ptr<const MeshData>& mesh,
@@ -115,38 +143,19 @@ void PlainRenderMesh::copyVertices(RenderStream stream, const VertexTarget& targ
     copyByPlace(target, [vectors](std::uint32_t vertex) { return numbersOf(vectors[vertex]); });
 }
 
-std::size_t PlainRenderMesh::makeTriangles(std::uint32_t face, std::uint32_t* target) const
-{
-    const MeshTopology& topology = *m_mesh->topology;
-    const std::uint32_t first = topology.loopStart[face];
-    const auto at = [&](std::uint32_t k) { return m_places[topology.cornerVertex(first + k)]; };
-    const std::uint32_t a = at(0);
-    const std::uint32_t b = at(1);
-    const std::uint32_t c = at(2);
-    if (topology.loopStart[face + 1] - first == 3) {
-        std::copy_n(std::array{a, b, c}.begin(), 3, target);
-        return 3;
-    }
-    const std::uint32_t d = at(3);
-    const bool isSecond = m_isCutFromSecond[face] != 0;
-    const std::array<std::uint32_t, kMostIndices> indices{a, b, isSecond ? d : c, isSecond ? b : a,
-                                                          c, d};
-    std::copy_n(indices.begin(), kMostIndices, target);
-    return kMostIndices;
-}
-
 void PlainRenderMesh::copyIndices(std::uint32_t firstFace, std::span<std::uint32_t> target) const
 {
+    const TriangleMaker maker{*m_mesh->topology, m_places.data(), m_isCutFromSecond.data()};
     std::uint32_t face = firstFace;
-    std::size_t made = 0;
-    while (made + kMostIndices <= target.size()) {
-        made += makeTriangles(face++, target.data() + made);
+    std::uint32_t* to = target.data();
+    std::uint32_t* const end = to + target.size();
+    while (static_cast<std::size_t>(end - to) >= kMostIndices) {
+        to += maker.make(face++, to);
     }
-    while (made < target.size()) { // perhaps a part of the last face
+    while (to != end) { // perhaps a part of the last face
         std::uint32_t indices[kMostIndices];
-        const std::size_t count = std::min(makeTriangles(face++, indices), target.size() - made);
-        std::copy_n(indices, count, target.data() + made);
-        made += count;
+        const std::size_t count = maker.make(face++, indices);
+        to = std::copy_n(indices, std::min(count, static_cast<std::size_t>(end - to)), to);
     }
 }
 

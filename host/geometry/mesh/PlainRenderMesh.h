@@ -31,8 +31,6 @@ private:
 
     template<class NumbersOf>
     void copyByPlace(const VertexTarget& target, const NumbersOf& numbersOf) const;
-    /// Makes the indices of a face's triangles; returns how many.
-    std::size_t makeTriangles(std::uint32_t face, std::uint32_t* target) const;
 
     std::shared_ptr<const MeshData> m_mesh;
     const UvSet* m_uvSet = nullptr; ///< of the mesh; null: no texture coordinates

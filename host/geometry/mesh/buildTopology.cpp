@@ -29,6 +29,7 @@ public:
 
 private:
     void takeEdges(std::span<const std::int32_t> triples);
+    void markBadEdges();
     /// Whether all edges of a run of corners are there, with vertices that are there.
     bool hasGoodEdges(std::size_t first, std::size_t count) const;
     bool isClosed(std::size_t first, std::size_t count) const;
@@ -53,21 +54,38 @@ void TopologyBuilder::takeEdges(std::span<const std::int32_t> triples)
     const std::size_t count = std::min(triples.size() / 3, kMaxCorners);
     topology.edges.resize(count);
     m_built.edgeSmooth.resize(count);
+    MeshEdge* const edges = topology.edges.data();
+    std::uint8_t* const smooth = m_built.edgeSmooth.data();
+    std::uint32_t highest = 0;
     for (std::size_t edge = 0; edge < count; ++edge) {
-        const auto start = static_cast<std::uint32_t>(triples[3 * edge]);
-        const auto end = static_cast<std::uint32_t>(triples[3 * edge + 1]);
-        if (start < topology.vertexCount && end < topology.vertexCount) {
-            topology.edges[edge] = {start, end};
-            m_built.edgeSmooth[edge] = triples[3 * edge + 2] != 0 ? 1 : 0;
-            continue;
-        }
-        m_isBadEdge.resize(count);
-        m_isBadEdge[edge] = true;
-        ++m_built.damage.badEdges;
+        const std::int32_t* const triple = triples.data() + 3 * edge;
+        edges[edge] = {static_cast<std::uint32_t>(triple[0]),
+                       static_cast<std::uint32_t>(triple[1])};
+        smooth[edge] = triple[2] != 0 ? 1 : 0;
+        highest = std::max({highest, edges[edge].start, edges[edge].end});
+    }
+    if (highest >= topology.vertexCount) {
+        markBadEdges();
     }
     if (topology.vertexCount == 0) { // not even (0, 0) would be a valid edge
         topology.edges.clear();
         m_built.edgeSmooth.clear();
+    }
+}
+
+/// Edges with a vertex that is not there keep nothing but their number.
+void TopologyBuilder::markBadEdges()
+{
+    MeshTopology& topology = m_built.topology;
+    m_isBadEdge.resize(topology.edges.size());
+    for (std::size_t edge = 0; edge < topology.edges.size(); ++edge) {
+        const MeshEdge& ends = topology.edges[edge];
+        if (ends.start >= topology.vertexCount || ends.end >= topology.vertexCount) {
+            topology.edges[edge] = {};
+            m_built.edgeSmooth[edge] = 0;
+            m_isBadEdge[edge] = true;
+            ++m_built.damage.badEdges;
+        }
     }
 }
 

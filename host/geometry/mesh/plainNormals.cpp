@@ -61,6 +61,25 @@ struct NormalSum {
     double length = 0; ///< of all terms
 };
 
+/// The normals of sums: of a vertex with a single corner the sum itself. False if a vertex that is
+/// used has a sum without a direction.
+HOST_ALSO_FOR_WIDE_PROCESSORS bool
+normalizeAll(std::span<const NormalSum> sums, const PlainVertices& found, std::span<Vec3f> normals)
+{
+    const std::uint32_t* const places = found.places.data();
+    const std::uint8_t* const isShared = found.isShared.data();
+    bool isGood = true;
+    for (std::size_t i = 0; i < sums.size(); ++i) {
+        const NormalSum& sum = sums[i];
+        const double size = length(sum.vector);
+        // "&" and "|", since branches would keep several sums from being worked on at once
+        const bool isUnused = places[i] == PlainVertices::kUnused;
+        isGood &= isUnused | hasDirection(size, sum.length);
+        normals[i] = toFloat(sum.vector * (isShared[i] != 0 ? 1 / size : 1.0));
+    }
+    return isGood;
+}
+
 /// Adds faces to the sums in ascending order: sums depend on it.
 class Shading {
 public:
@@ -150,23 +169,8 @@ private:
     {
         PlainShading result;
         result.normals.resize(m_sums.size());
-        for (std::size_t vertex = 0; vertex < m_sums.size(); ++vertex) {
-            const NormalSum& sum = m_sums[vertex];
-            if (m_found.places[vertex] == PlainVertices::kUnused) {
-                continue;
-            }
-            if (m_found.isShared[vertex] == 0) {
-                result.normals[vertex] = toFloat(sum.vector);
-                if (sum.length == 0) {
-                    return std::nullopt;
-                }
-                continue;
-            }
-            const double size = length(sum.vector);
-            if (!hasDirection(size, sum.length)) {
-                return std::nullopt;
-            }
-            result.normals[vertex] = toFloat(sum.vector * (1 / size));
+        if (!normalizeAll(m_sums, m_found, result.normals)) {
+            return std::nullopt;
         }
         result.isCutFromSecond = std::move(m_isCutFromSecond);
         return result;
