@@ -37,6 +37,6 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     list(APPEND ORV_BOOLEAN_OPTIONS -Wno-maybe-uninitialized) # GCC 12 reports an empty function object in the library
 endif()
 if(ORV_SANITIZE OR ORV_FUZZ)
-    # the library is not what is looked at, and its templates take minutes otherwise
-    list(APPEND ORV_BOOLEAN_OPTIONS -g0 -fno-sanitize=undefined)
+    # the library is not what is looked at, and its templates take minutes and gigabytes otherwise
+    list(APPEND ORV_BOOLEAN_OPTIONS -g0 -fno-sanitize=all)
 endif()

@@ -29,9 +29,10 @@ inline constexpr std::size_t kMostBooleanSteps = std::size_t{1} << 20;
 /// Matrix   points of parts are rounded to float in the common space before they are cut. A part
 ///          that is inside out, as by a mirroring matrix, counts for the solid within, and its
 ///          faces are turned.
-/// Failure  null where a part that has to be cut is no closed solid, crosses itself where it is
-///          cut, where the result would touch itself in an edge or a point, beyond the limits, and
-///          without the library that cuts (`canCutSolids`).
+/// Failure  null where a part that has to be cut is no closed solid or crosses itself, where the
+///          result would touch itself in an edge or a point, beyond the limits (also
+///          kMostMeetingTriangles), and without the library that cuts (`canCutSolids`). Parts whose
+///          boxes are apart are not cut and may be of any kind.
 std::shared_ptr<const MeshData> booleanOf(std::span<const UnitedMesh> parts,
                                           BooleanOperation operation, UvSetMerging merging);
 

@@ -4,6 +4,7 @@
 
 #include <CGAL/Exact_predicates_exact_constructions_kernel.h>
 #include <CGAL/Polygon_mesh_processing/corefinement.h>
+#include <CGAL/Polygon_mesh_processing/self_intersections.h>
 #include <CGAL/Surface_mesh.h>
 #include <CGAL/assertions_behaviour.h>
 #include <CGAL/box_intersection_d.h>
@@ -80,7 +81,7 @@ private:
 };
 
 /// Gives the library's mesh the triangles; false where they are no closed surface without
-/// degenerate triangles.
+/// degenerate triangles, or one that crosses or touches itself.
 bool fill(Mesh& mesh, Sources& sources, const Solid& solid)
 {
     const Vertex kNotYet;
@@ -106,7 +107,7 @@ bool fill(Mesh& mesh, Sources& sources, const Solid& solid)
         }
         sources[face] = triangle.source;
     }
-    return CGAL::is_closed(mesh);
+    return CGAL::is_closed(mesh) && !CGAL::Polygon_mesh_processing::does_self_intersect(mesh);
 }
 
 std::vector<CGAL::Box_intersection_d::Box_d<double, 3>> boxesOf(const Solid& solid)
@@ -139,6 +140,22 @@ void takeMeetings(const Solid& first, const Solid& second, std::size_t& meetings
                                  }
                                  --meetings;
                              });
+}
+
+/// Throws where so many triangles of one solid lie across each other that to look for crossings
+/// would take too long; those of a usual one meet a dozen neighbours.
+void checkNeighbours(const Solid& solid)
+{
+    constexpr std::size_t kMostForEach = 64;
+    std::size_t pairsLeft = kMostForEach * solid.triangles.size();
+    auto boxes = boxesOf(solid);
+    CGAL::box_self_intersection_d(boxes.begin(), boxes.end(),
+                                  [&pairsLeft](const auto&, const auto&) {
+                                      if (pairsLeft == 0) {
+                                          throw TooManyPairs();
+                                      }
+                                      --pairsLeft;
+                                  });
 }
 
 /// The nearest whole number of the exact value: bounds that have the same spare that value.
@@ -205,7 +222,7 @@ std::optional<Solid> cut(const Solid& first, const Solid& second, BooleanOperati
     std::array<boost::optional<Mesh*>, 4> wanted;
     wanted[placeOf(operation)] = &result;
     const auto isDone = CGAL::Polygon_mesh_processing::corefine_and_compute_boolean_operations(
-        a, b, wanted, parameters::visitor(keeper).throw_on_self_intersection(true));
+        a, b, wanted, parameters::visitor(keeper));
     if (!isDone[placeOf(operation)]) {
         return std::nullopt;
     }
@@ -225,6 +242,8 @@ std::optional<Solid> cutSolids(const Solid& first, const Solid& second, BooleanO
     const QuietChecks quiet;
     try {
         takeMeetings(first, second, meetings);
+        checkNeighbours(first);
+        checkNeighbours(second);
         return cut(first, second, operation);
     } catch (const std::exception&) {
         return std::nullopt;

@@ -21,10 +21,10 @@ bool canCutSolids();
 ///          the end, to the grid and by their exact value: the same on every machine.
 /// Points   in no particular order; so are triangles, which keep the sources of those that they are
 ///          parts of. Of a difference the second solid's parts are reversed.
-/// Failure  none where a solid does not close, has triangles without area, parts that meet in a
-///          single point or edge, or crosses itself where it is cut; where the result would have
-///          parts that meet so; where more pairs of triangles meet than are left of
-///          `meetings`, from which they are taken; where `canCutSolids` is false.
+/// Failure  none where a solid does not close, has triangles without area, crosses or touches
+///          itself; where parts of the result would touch in an edge or a point; where more pairs
+///          of triangles meet than are left of `meetings`, from which they are taken, or very many
+///          of one solid lie across each other; where `canCutSolids` is false.
 std::optional<Solid> cutSolids(const Solid& first, const Solid& second, BooleanOperation operation,
                                std::size_t& meetings);
 

@@ -103,6 +103,7 @@ public:
         , m_table(before.mesh.topology->vertexCount)
         , m_rewriter(before.mesh)
         , m_edges(sides.count(), kNone)
+        , m_isTaken(before.mesh.topology->edges.size())
     {
     }
 
@@ -145,7 +146,8 @@ private:
     SharedEdges m_shared;
     EdgeTable m_table;
     MeshRewriter m_rewriter;
-    std::vector<std::uint32_t> m_edges; ///< by the first side of each, either way
+    std::vector<std::uint32_t> m_edges;  ///< by the first side of each, either way
+    std::vector<std::uint8_t> m_isTaken; ///< of each edge before: 1 where a border has it
 };
 
 void PieceWriter::addPoints()
@@ -232,7 +234,8 @@ std::uint32_t PieceWriter::makeEdge(std::uint32_t side, std::uint32_t lastSide,
     if (!m_corners.isNew(start) && !m_corners.isNew(end)) {
         const std::uint32_t known =
             m_table.find(m_corners.vertexOf(start), m_corners.vertexOf(end));
-        if (known != kNone) {
+        if (known != kNone && m_isTaken[known] == 0) {
+            m_isTaken[known] = 1;
             m_rewriter.edgeSmooth()[known] = isCut ? 0 : m_rewriter.edgeSmooth()[known];
             return known;
         }
