@@ -33,6 +33,7 @@ public:
         , m_edgeCount(edgeCount)
         , m_uvs(rewriter, links, pointsBefore, points.count())
         , m_table(points.count())
+        , m_sideEdge(m_topology.corners.size(), kNone)
         , m_isTouched(m_topology.faceCount())
         , m_isWritten(m_topology.faceCount())
     {
@@ -100,26 +101,29 @@ private:
         return m_corners.point(corner, slot);
     }
 
-    void ensureEdge(std::uint32_t from, std::uint32_t to, std::uint32_t source)
+    /// The edge between two points, which may be new.
+    std::uint32_t ensureEdge(std::uint32_t from, std::uint32_t to, std::uint32_t source)
     {
-        if (m_table.find(from, to) != kNone) {
-            return;
+        if (const std::uint32_t known = m_table.find(from, to); known != kNone) {
+            return known;
         }
         const bool isOld = source != kNoSource;
         const std::uint32_t edge =
             m_rewriter.addEdge(from, to, isOld && m_rewriter.before().isSmooth(source), source);
         if (m_rewriter.isFull()) { // the number is not that of a new edge
-            return;
+            return edge;
         }
         m_table.add(from, to, edge);
         if (!isOld) {
             markSmoothByAngle(m_rewriter, edge);
         }
+        return edge;
     }
 
-    std::int32_t referenceOf(std::uint32_t from, std::uint32_t to) const
+    /// `known`: the edge between them, or kNone where it is to be looked for.
+    std::int32_t referenceOf(std::uint32_t from, std::uint32_t to, std::uint32_t known) const
     {
-        const std::uint32_t found = m_table.find(from, to);
+        const std::uint32_t found = known != kNone ? known : m_table.find(from, to);
         const std::uint32_t edge = found == kNone ? 0 : found;
         return referenceTo(edge, m_rewriter.edges()[edge].start != from);
     }
@@ -143,7 +147,8 @@ private:
             const std::uint32_t next = m_links.next(corner);
             const std::uint32_t edge = edgeOf(m_topology.corners[corner]);
             const std::uint32_t to = firstPointOf(next);
-            ensureEdge(lastPointOf(corner), to, m_isBeveled[edge] ? kNoSource : edge);
+            m_sideEdge[corner] =
+                ensureEdge(lastPointOf(corner), to, m_isBeveled[edge] ? kNoSource : edge);
             const BevelCorner* const end = m_corners.at(next);
             if (end != nullptr && end->slotCount > 2) {
                 ensureEdge(to, lastPointOf(next), kNoSource);
@@ -166,13 +171,15 @@ private:
 
     void makeStripEdges()
     {
+        m_stripEdges.reserve(m_strips.size());
         for (const BevelStrip& strip : m_strips) {
             takeStrip(strip);
             for (std::size_t i = 0; i + 1 < m_start.size(); ++i) {
-                ensureEdge(m_start[i], m_start[i + 1], kNoSource);
-                ensureEdge(m_start[i + 1], m_end[i + 1], kNoSource);
-                ensureEdge(m_end[i + 1], m_end[i], kNoSource);
-                ensureEdge(m_end[i], m_start[i], kNoSource);
+                const std::uint32_t atStart = ensureEdge(m_start[i], m_start[i + 1], kNoSource);
+                const std::uint32_t right = ensureEdge(m_start[i + 1], m_end[i + 1], kNoSource);
+                const std::uint32_t atEnd = ensureEdge(m_end[i + 1], m_end[i], kNoSource);
+                const std::uint32_t left = ensureEdge(m_end[i], m_start[i], kNoSource);
+                m_stripEdges.push_back({atEnd, left, atStart, right});
             }
         }
     }
@@ -252,16 +259,19 @@ private:
         }
     }
 
-    // The loop that is being made: points, and for each an id of every uv set.
+    // The loop that is being made: points, the edge that leaves each where it is known, and for
+    // each an id of every uv set.
 
     void beginLoop()
     {
         m_loop.clear();
+        m_loopEdges.clear();
         m_loopUvs.clear();
     }
     std::span<std::int32_t> addToLoop(std::uint32_t point)
     {
         m_loop.push_back(point);
+        m_loopEdges.push_back(kNone);
         m_loopUvs.resize(m_loop.size() * m_uvs.setCount());
         return uvsInLoop(m_loop.size() - 1);
     }
@@ -278,7 +288,7 @@ private:
     {
         for (std::size_t i = 0; i < m_loop.size(); ++i) {
             const std::uint32_t next = m_loop[i + 1 < m_loop.size() ? i + 1 : 0];
-            m_rewriter.addCorner(referenceOf(m_loop[i], next), uvsInLoop(i));
+            m_rewriter.addCorner(referenceOf(m_loop[i], next, m_loopEdges[i]), uvsInLoop(i));
         }
         m_rewriter.endLoop();
     }
@@ -292,6 +302,7 @@ private:
             for (std::uint32_t corner = m_topology.loopStart[number];
                  corner < m_topology.loopStart[number + 1]; ++corner) {
                 addPointsOf(corner);
+                m_loopEdges.back() = m_sideEdge[corner];
             }
             writeLoop();
         }
@@ -333,6 +344,8 @@ private:
             addAcross(m_end, m_endUvs, i);
             addAcross(m_start, m_startUvs, i);
             addAcross(m_start, m_startUvs, i + 1);
+            const auto& edges = m_stripEdges[m_writtenStrips++];
+            m_loopEdges.assign(edges.begin(), edges.end());
             writeLoop();
             m_rewriter.endFace();
         }
@@ -397,7 +410,10 @@ private:
     const std::vector<bool>& m_isBeveled;
     std::size_t m_edgeCount; ///< about as many as there will be
     BevelUvs m_uvs;
-    EdgeTable m_table; ///< of the edges that there are now
+    EdgeTable m_table;                     ///< of the edges that there are now
+    std::vector<std::uint32_t> m_sideEdge; ///< by corner of a touched face: to the next corner
+    std::vector<std::array<std::uint32_t, 4>> m_stripEdges; ///< of each face, as its loop goes
+    std::size_t m_writtenStrips = 0;                        ///< faces of strips
     std::vector<bool> m_isTouched;
     std::vector<bool> m_isWritten;
     std::vector<std::uint32_t> m_start; ///< the points across the ends of one strip
@@ -406,6 +422,7 @@ private:
     std::vector<std::int32_t> m_endUvs;
     std::vector<std::uint32_t> m_round;
     std::vector<std::uint32_t> m_loop;
+    std::vector<std::uint32_t> m_loopEdges;
     std::vector<std::int32_t> m_loopUvs;
 };
 

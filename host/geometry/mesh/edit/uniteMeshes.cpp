@@ -8,6 +8,7 @@
 #include <array>
 #include <cmath>
 #include <map>
+#include <span>
 #include <utility>
 
 namespace host::geometry {
@@ -35,12 +36,22 @@ struct Growing {
     std::uint32_t normalCount = 0;
 };
 
+/// Appends numbers and passes those that are new to `move`, by reference. Copied in one piece, then
+/// changed in place: both go many numbers at a time.
+template<class T, class Move>
+void append(std::vector<T>& to, std::span<const T> from, const Move& move)
+{
+    const std::size_t first = to.size();
+    to.insert(to.end(), from.begin(), from.end());
+    for (T& number : std::span(to).subspan(first)) {
+        move(number);
+    }
+}
+
 template<class T>
 void appendMoved(std::vector<T>& to, const std::vector<T>& from, T offset)
 {
-    for (const T number : from) {
-        to.push_back(number + offset);
-    }
+    append<T>(to, from, [offset](T& number) { number += offset; });
 }
 
 void appendTopology(MeshTopology& to, const MeshTopology& from, bool hasHoles)
@@ -50,15 +61,15 @@ void appendTopology(MeshTopology& to, const MeshTopology& from, bool hasHoles)
     const auto firstCorner = static_cast<std::uint32_t>(to.corners.size());
     const std::uint32_t firstLoop = to.loopCount();
     to.vertexCount += from.vertexCount;
-    for (const MeshEdge& edge : from.edges) {
-        to.edges.push_back({edge.start + firstVertex, edge.end + firstVertex});
-    }
-    for (const std::int32_t reference : from.corners) {
-        to.corners.push_back(reference >= 0 ? reference + firstEdge : reference - firstEdge);
-    }
-    for (std::uint32_t loop = 0; loop < from.loopCount(); ++loop) {
-        to.loopStart.push_back(from.loopStart[loop + 1] + firstCorner);
-    }
+    append<MeshEdge>(to.edges, from.edges, [firstVertex](MeshEdge& edge) {
+        edge = {edge.start + firstVertex, edge.end + firstVertex};
+    });
+    append<std::int32_t>(to.corners, from.corners, [firstEdge](std::int32_t& reference) {
+        reference += reference >= 0 ? firstEdge : -firstEdge;
+    });
+    append<std::uint32_t>(to.loopStart,
+                          std::span(from.loopStart).subspan(from.loopStart.empty() ? 0 : 1),
+                          [firstCorner](std::uint32_t& start) { start += firstCorner; });
     for (std::uint32_t face = 0; hasHoles && face < from.faceCount(); ++face) {
         to.faceLoop.push_back(from.firstLoop(face + 1) + firstLoop);
     }
@@ -71,7 +82,7 @@ public:
         m_result.topology.loopStart = {0};
     }
 
-    /// Looks at the sizes of all parts before anything is made.
+    /// Looks at the sizes of all parts before anything is made, and takes memory for them.
     bool isTooLarge(std::span<const UnitedMesh> parts);
     void add(const UnitedMesh& part);
     std::shared_ptr<const MeshData> finish(const MeshData& first);
@@ -91,6 +102,8 @@ private:
     bool m_hasLockedNormals = false;
     Growing m_result;
     std::map<std::string, std::size_t> m_uvSetsByName;
+    std::map<std::string, std::size_t> m_uvCounts;   ///< points of all sets of a name
+    std::size_t m_cornerCount = 0;                   ///< of all parts
     std::map<std::string, std::size_t> m_nextNumber; ///< behind a name that is taken
     std::map<std::int32_t, std::size_t> m_groupsById;
     std::map<std::int32_t, std::size_t> m_pointGroupsById;
@@ -105,11 +118,14 @@ bool Uniter::isTooLarge(std::span<const UnitedMesh> parts)
     std::size_t most = 0;
     std::array<std::size_t, 4> sums{};
     std::size_t setCount = 0;
+    std::size_t loopCount = 0;
     for (const UnitedMesh& part : parts) {
         const MeshTopology& topology = *part.mesh->topology;
         std::size_t uvs = 0;
         for (const UvSet& set : part.mesh->uvSets) {
-            uvs += set.points != nullptr ? set.points->size() : 0;
+            const std::size_t count = set.points != nullptr ? set.points->size() : 0;
+            uvs += count;
+            m_uvCounts[set.name] += count;
         }
         const std::array<std::size_t, 4> sizes{topology.vertexCount, topology.edges.size(),
                                                topology.corners.size(), uvs};
@@ -118,6 +134,7 @@ bool Uniter::isTooLarge(std::span<const UnitedMesh> parts)
             most = std::max(most, sums[i]);
         }
         setCount += part.mesh->uvSets.size();
+        loopCount += topology.loopCount();
         m_hasHoles = m_hasHoles || !topology.faceLoop.empty();
         m_hasLockedNormals = m_hasLockedNormals || !lockedNormalsOf(*part.mesh).empty();
     }
@@ -127,7 +144,15 @@ bool Uniter::isTooLarge(std::span<const UnitedMesh> parts)
     if (setCount * sums[kCornerSum] > kMostUvCorners) {
         m_merging = UvSetMerging::ByName;
     }
-    return most > MeshRewriter::kMaxParts;
+    m_cornerCount = sums[kCornerSum];
+    if (most > MeshRewriter::kMaxParts) {
+        return true;
+    }
+    m_result.points.reserve(sums[0]);
+    m_result.topology.edges.reserve(sums[1]);
+    m_result.topology.corners.reserve(m_cornerCount);
+    m_result.topology.loopStart.reserve(loopCount + 1);
+    return false;
 }
 
 void Uniter::addPoints(const UnitedMesh& part)
@@ -187,13 +212,14 @@ void Uniter::addUvs(const MeshData& mesh)
         Growing::Uvs& to = uvSetFor(set.name);
         const auto firstUv = static_cast<std::int32_t>(to.points.size());
         if (set.points != nullptr) {
+            to.points.reserve(m_merging == UvSetMerging::None ? 0 : m_uvCounts[set.name]);
             to.points.insert(to.points.end(), set.points->begin(), set.points->end());
         }
         if (set.corners != nullptr && !set.corners->empty()) {
+            to.corners.reserve(m_cornerCount);
             to.corners.resize(firstCorner, -1);
-            for (const std::int32_t id : *set.corners) {
-                to.corners.push_back(id < 0 ? -1 : id + firstUv);
-            }
+            append<std::int32_t>(to.corners, *set.corners,
+                                 [firstUv](std::int32_t& id) { id = id < 0 ? -1 : id + firstUv; });
         }
     }
 }
