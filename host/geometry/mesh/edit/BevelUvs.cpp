@@ -15,6 +15,7 @@ BevelUvs::BevelUvs(MeshRewriter& rewriter, const CornerLinks& links, std::span<c
     for (std::size_t set = 0; set < m_sets.size(); ++set) {
         m_sets[set].firstId = rewriter.uvPoints(set).size();
         m_sets[set].last.assign(pointCount, kNone);
+        m_sets[set].near.resize(m_topology.corners.size());
     }
 }
 
@@ -28,25 +29,33 @@ void BevelUvs::keep(std::uint32_t faceCorner, std::span<std::int32_t> ids) const
 void BevelUvs::near(std::uint32_t faceCorner, std::uint32_t point, const Vec3d& place,
                     std::span<std::int32_t> ids)
 {
-    if (ids.empty()) {
-        return;
+    // strips and faces beside each other ask for the same points one after the other
+    for (std::size_t set = 0; set < ids.size(); ++set) {
+        Near& known = m_sets[set].near[faceCorner];
+        if (known.point != point) {
+            known.point = findNear(set, faceCorner, place, known.place) ? point : kNone;
+        }
+        ids[set] = known.point == kNone ? -1 : copy(set, point, known.place);
+    }
+}
+
+bool BevelUvs::findNear(std::size_t set, std::uint32_t faceCorner, const Vec3d& place,
+                        Vec2f& found) const
+{
+    const std::int32_t here = m_rewriter.uvId(set, faceCorner);
+    const std::int32_t next = m_rewriter.uvId(set, m_links.next(faceCorner));
+    const std::int32_t last = m_rewriter.uvId(set, m_links.previous(faceCorner));
+    if (here < 0 || next < 0 || last < 0) {
+        return false;
     }
     const auto [along, back] = partsOf(faceCorner, place);
-    for (std::size_t set = 0; set < ids.size(); ++set) {
-        const std::int32_t here = m_rewriter.uvId(set, faceCorner);
-        const std::int32_t next = m_rewriter.uvId(set, m_links.next(faceCorner));
-        const std::int32_t last = m_rewriter.uvId(set, m_links.previous(faceCorner));
-        ids[set] = -1;
-        if (here < 0 || next < 0 || last < 0) {
-            continue;
-        }
-        const Vec2f a = uvPoint(set, here);
-        const Vec2f b = uvPoint(set, next);
-        const Vec2f c = uvPoint(set, last);
-        const double x = a.x + along * (double{b.x} - a.x) + back * (double{c.x} - a.x);
-        const double y = a.y + along * (double{b.y} - a.y) + back * (double{c.y} - a.y);
-        ids[set] = copy(set, point, {static_cast<float>(x), static_cast<float>(y)});
-    }
+    const Vec2f a = uvPoint(set, here);
+    const Vec2f b = uvPoint(set, next);
+    const Vec2f c = uvPoint(set, last);
+    const double x = a.x + along * (double{b.x} - a.x) + back * (double{c.x} - a.x);
+    const double y = a.y + along * (double{b.y} - a.y) + back * (double{c.y} - a.y);
+    found = {static_cast<float>(x), static_cast<float>(y)};
+    return true;
 }
 
 void BevelUvs::between(std::span<const std::int32_t> first, std::span<const std::int32_t> last,

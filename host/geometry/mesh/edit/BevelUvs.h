@@ -33,14 +33,24 @@ public:
                  double part, std::uint32_t point, std::span<std::int32_t> ids);
 
 private:
+    /// Where a face has the texture coordinates of a point near one of its corners.
+    struct Near {
+        std::uint32_t point = kNone;
+        Vec2f place;
+    };
+
     /// Copies in one set: a list for each point.
     struct Copies {
         std::size_t firstId = 0;         ///< of those made here
         std::vector<std::uint32_t> last; ///< by point: its last copy, counted from firstId
         std::vector<std::uint32_t> back; ///< by copy: the one before
+        std::vector<Near> near;          ///< by corner of faces: the last one asked for
     };
 
     std::pair<double, double> partsOf(std::uint32_t faceCorner, const Vec3d& place) const;
+    /// False where the face has none.
+    bool findNear(std::size_t set, std::uint32_t faceCorner, const Vec3d& place,
+                  Vec2f& found) const;
     Vec2f uvPoint(std::size_t set, std::int32_t id) const;
     std::int32_t copy(std::size_t set, std::uint32_t point, const Vec2f& place);
 
