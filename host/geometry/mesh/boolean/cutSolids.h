@@ -9,7 +9,7 @@
 namespace host::geometry {
 
 /// So many pairs of triangles whose boxes meet may be cut for one boolean.
-inline constexpr std::size_t kMostMeetingTriangles = std::size_t{1} << 18;
+inline constexpr std::size_t kMostMeetingTriangles = std::size_t{1} << 15;
 
 /// Whether this program was built with the library (see ORV_BOOLEANS in cmake/booleans.cmake).
 bool canCutSolids();
