@@ -340,8 +340,8 @@ TEST_F(BooleanOf, refuses)
     points[1] = points[0];
     EXPECT_TRUE(isRefused(test::meshOf(points, test::kCubeFaces), {.5, .5, .5}));
     // two cubes in one mesh, one half in the other, where a third cuts both
-    const SharedMesh twins = uniteMeshes(
-        std::vector{placed(one, {}), placed(one, {.5, .25, .25})}, UvSetMerging::ByName);
+    const SharedMesh twins = uniteMeshes(std::vector{placed(one, {}), placed(one, {.5, .25, .25})},
+                                         UvSetMerging::ByName);
     EXPECT_TRUE(isRefused(*twins, {.25, .5, .5}));
     EXPECT_EQ(booleanOf({}, BooleanOperation::Union, UvSetMerging::ByName), nullptr);
 }
