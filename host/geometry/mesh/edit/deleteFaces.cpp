@@ -90,8 +90,9 @@ void FaceRemoval::closeEdges()
 {
     if (m_cleaning.edges) {
         std::vector<std::uint8_t> isKept(m_before.edges.size());
-        for (const std::int32_t reference : m_topology.corners) {
-            isKept[edgeOf(reference)] = 1;
+        std::uint8_t* const marks = isKept.data(); // bytes: the compiler takes them for anything
+        for (const std::int32_t reference : std::span(m_topology.corners)) {
+            marks[edgeOf(reference)] = 1;
         }
         m_edges = Gaps(isKept);
     }
@@ -104,9 +105,10 @@ void FaceRemoval::closePoints()
 {
     if (m_cleaning.points) {
         std::vector<std::uint8_t> isKept(m_before.vertexCount);
-        for (const MeshEdge& edge : m_topology.edges) {
-            isKept[edge.start] = 1;
-            isKept[edge.end] = 1;
+        std::uint8_t* const marks = isKept.data();
+        for (const MeshEdge& edge : std::span(m_topology.edges)) {
+            marks[edge.start] = 1;
+            marks[edge.end] = 1;
         }
         m_points = Gaps(isKept);
     }
@@ -126,9 +128,10 @@ void FaceRemoval::closeUvs(UvSet& set) const
     }
     if (m_cleaning.uvs) {
         std::vector<std::uint8_t> isKept(set.points->size());
-        for (const std::int32_t id : ids) {
+        std::uint8_t* const marks = isKept.data();
+        for (const std::int32_t id : std::span(ids)) {
             if (id >= 0) {
-                isKept[static_cast<std::size_t>(id)] = 1;
+                marks[static_cast<std::size_t>(id)] = 1;
             }
         }
         const Gaps gaps(isKept);
