@@ -39,6 +39,7 @@ void PieceCorners::findSources()
 
 void PieceCorners::numberPoints()
 {
+    std::vector<std::uint8_t> isTaken(m_before.mesh.topology->vertexCount);
     for (std::uint32_t point = 0; point < m_vertices.size(); ++point) {
         for (const std::uint32_t source : sourcesOf(point)) {
             for (std::size_t corner = 0; corner < 3; ++corner) {
@@ -47,7 +48,11 @@ void PieceCorners::numberPoints()
                 }
             }
         }
-        if (m_vertices[point] == kNone && !sourcesOf(point).empty()) {
+        // Two points come to one place where they were nearer than the grid is fine.
+        const bool isFree = m_vertices[point] != kNone && isTaken[m_vertices[point]] == 0;
+        if (isFree) {
+            isTaken[m_vertices[point]] = 1;
+        } else if (!sourcesOf(point).empty()) {
             m_newPoints.push_back(point);
         }
     }
