@@ -132,7 +132,7 @@ TEST_F(Report, NamesShapesWithAHistoryAndWhatWasPassedBy)
         createNode mesh -n "soft" -p "a";
         createNode mesh -n "lost" -p "a";
         createNode polySoftEdge -n "edge"; createNode strangeThing -n "outer";
-        createNode wrap -n "inner"; createNode polyWedgeFace -n "nothing";
+        createNode wrap -n "inner"; createNode polyMergeFace -n "nothing";
         connectAttr "stored.o" "inner.ip[0].ig"; connectAttr "inner.og[0]" "outer.in";
         connectAttr "outer.out" "bent.i";
         connectAttr "stored.o" "edge.ip"; connectAttr "edge.out" "soft.i";
@@ -146,7 +146,7 @@ TEST_F(Report, NamesShapesWithAHistoryAndWhatWasPassedBy)
          "passed": [{"type": "strangeThing", "node": "outer", "why": "is not computed"},
                     {"type": "wrap", "node": "inner", "why": "is not computed"}]},
         {"shape": "|a|soft", "outcome": "computed", "passed": []},
-        {"shape": "|a|lost", "outcome": "missing", "passed": [{"type": "polyWedgeFace", "node": "nothing", "why": "is not computed"}]}])"));
+        {"shape": "|a|lost", "outcome": "missing", "passed": [{"type": "polyMergeFace", "node": "nothing", "why": "is not computed"}]}])"));
 }
 
 TEST_F(Report, TellsWhyAnOperationWasPassedByAndWhereOnlyTexturesSuffer)

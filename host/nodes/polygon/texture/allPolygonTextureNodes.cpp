@@ -7,18 +7,19 @@
 namespace host::nodes {
 namespace {
 
-constinit const std::array<const NodeCompute*, 33> kNodes{
-    &kBlendColorSets, &kCopyColorSet,       &kCopyUVSet,
-    &kCreateColorSet, &kCreateUVSet,        &kDeleteColorSet,
-    &kDeleteUVSet,    &kPolyAutoProj,       &kPolyColorDel,
-    &kPolyColorMod,   &kPolyColorPerVertex, &kPolyContourProj,
-    &kPolyCopyUV,     &kPolyCrease,         &kPolyCylProj,
-    &kPolyFlipUV,     &kPolyLayoutUV,       &kPolyMapCut,
-    &kPolyMapDel,     &kPolyMapSew,         &kPolyMapSewMove,
-    &kPolyMergeUV,    &kPolyMoveUV,         &kPolyNormalizeUV,
-    &kPolyOptUvs,     &kPolyPinUV,          &kPolyPlanarProj,
-    &kPolyProj,       &kPolySphProj,        &kPolyStraightenUVBorder,
-    &kPolyTweakUV,    &kPolyUVRectangle,    &kUnfold3DUnfold,
+constinit const std::array<const NodeCompute*, 36> kNodes{
+    &kBlendColorSets,  &kCopyColorSet,    &kCopyUVSet,
+    &kCreateColorSet,  &kCreateUVSet,     &kDeleteColorSet,
+    &kDeleteUVSet,     &kPolyAutoProj,    &kPolyBlindData,
+    &kPolyColorDel,    &kPolyColorMod,    &kPolyColorPerVertex,
+    &kPolyContourProj, &kPolyCopyUV,      &kPolyCrease,
+    &kPolyCreaseEdge,  &kPolyCylProj,     &kPolyFlipUV,
+    &kPolyLayoutUV,    &kPolyMapCut,      &kPolyMapDel,
+    &kPolyMapSew,      &kPolyMapSewMove,  &kPolyMergeUV,
+    &kPolyMoveFacetUV, &kPolyMoveUV,      &kPolyNormalizeUV,
+    &kPolyOptUvs,      &kPolyPinUV,       &kPolyPlanarProj,
+    &kPolyProj,        &kPolySphProj,     &kPolyStraightenUVBorder,
+    &kPolyTweakUV,     &kPolyUVRectangle, &kUnfold3DUnfold,
 };
 
 } // namespace

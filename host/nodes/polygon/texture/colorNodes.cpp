@@ -1,5 +1,6 @@
-// The nodes that do nothing but to colour meshes. A mesh here has no colours, and nothing that
-// reads one asks for them: so what comes out is exactly what comes in.
+// The nodes that do nothing but to colour meshes, or to write a user's data on them. A mesh here
+// has neither, and nothing that reads one asks for them: so what comes out is exactly what comes
+// in.
 #include "host/nodes/polygon/texture/polygonTextureTypes.h"
 
 #include <array>
@@ -11,6 +12,8 @@ constexpr std::array<std::string_view, 1> kModifierInputs{"inputPolymesh"};
 constexpr std::array<std::string_view, 1> kModifierOutputs{"output"};
 constexpr std::array<std::string_view, 1> kSetInputs{"inputGeometry"};
 constexpr std::array<std::string_view, 1> kSetOutputs{"outputGeometry"};
+constexpr std::array<std::string_view, 1> kDataInputs{"inMesh"};
+constexpr std::array<std::string_view, 1> kDataOutputs{"outMesh"};
 
 Expected<Value> pass(ComputeContext& context)
 {
@@ -29,6 +32,8 @@ constexpr NodeCompute colorSet(std::string_view type)
 
 } // namespace
 
+constinit const NodeCompute kPolyBlindData{
+    .type = "polyBlindData", .inputs = kDataInputs, .outputs = kDataOutputs, .compute = pass};
 constinit const NodeCompute kPolyColorPerVertex = modifier("polyColorPerVertex");
 constinit const NodeCompute kPolyColorDel = modifier("polyColorDel");
 constinit const NodeCompute kPolyColorMod = modifier("polyColorMod");

@@ -1,6 +1,6 @@
-// polyContourProj, polyOptUvs, polyStraightenUVBorder, polyUVRectangle: texture coordinates moved
-// in ways that are not known. They stay as they were, and nothing else changes; polyProj, which
-// only carries a manipulator, changes nothing at all.
+// polyContourProj, polyMoveFacetUV, polyOptUvs, polyStraightenUVBorder, polyUVRectangle: texture
+// coordinates moved in ways that are not known. They stay as they were, and nothing else changes;
+// polyProj, which only carries a manipulator, changes nothing at all.
 #include "host/nodes/polygon/meshInputs.h"
 #include "host/nodes/polygon/texture/polygonTextureTypes.h"
 
@@ -31,6 +31,7 @@ constexpr NodeCompute row(std::string_view type, Expected<Value> (*compute)(Comp
 } // namespace
 
 constinit const NodeCompute kPolyContourProj = row("polyContourProj", keep);
+constinit const NodeCompute kPolyMoveFacetUV = row("polyMoveFacetUV", keep);
 constinit const NodeCompute kPolyOptUvs = row("polyOptUvs", keep);
 constinit const NodeCompute kPolyProj = row("polyProj", pass);
 constinit const NodeCompute kPolyStraightenUVBorder = row("polyStraightenUVBorder", keep);

@@ -60,5 +60,7 @@ Expected<Value> compute(ComputeContext& context)
 
 constinit const NodeCompute kPolyCrease{
     .type = "polyCrease", .inputs = kInputs, .outputs = kOutputs, .compute = compute};
+constinit const NodeCompute kPolyCreaseEdge{
+    .type = "polyCreaseEdge", .inputs = kInputs, .outputs = kOutputs, .compute = compute};
 
 } // namespace host::nodes

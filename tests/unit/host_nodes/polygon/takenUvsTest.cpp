@@ -123,8 +123,8 @@ TEST(Unfold3DUnfold, takesWhatIsStored)
 
 TEST(KeptUvs, theMeshIsHandedOnAndTold)
 {
-    for (const NodeCompute* row :
-         {&kPolyContourProj, &kPolyOptUvs, &kPolyStraightenUVBorder, &kPolyUVRectangle}) {
+    for (const NodeCompute* row : {&kPolyContourProj, &kPolyMoveFacetUV, &kPolyOptUvs,
+                                   &kPolyStraightenUVBorder, &kPolyUVRectangle}) {
         ToyContext context(*row);
         context.values["inputPolymesh"] = Value::of(grid(1, 1));
         context.values["inputComponents"] = Value::of(ComponentList{{"map[0:3]"}});

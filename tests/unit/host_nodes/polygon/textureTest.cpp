@@ -245,6 +245,10 @@ TEST(ColorNodes, LeaveTheMeshAsItIs)
         EXPECT_TRUE(isPassedOn(context, "outputGeometry", "inputGeometry")) << row->type;
         EXPECT_EQ(context.timesUncomputed, 0U);
     }
+    ToyContext data(kPolyBlindData);
+    data.values["inMesh"] = Value::of(geometry::test::twoSquares());
+    EXPECT_TRUE(isPassedOn(data, "outMesh", "inMesh"));
+    EXPECT_EQ(data.timesUncomputed, 0U);
 }
 
 TEST(UvBorders, CutSewAndDelete)
