@@ -52,12 +52,19 @@ T load(const char* bytes)
     return std::bit_cast<T>(loadBits<typename BitsOf<sizeof(T)>::Type>(bytes));
 }
 
+/// `count` numbers of 4 bytes that stand next to each other, to anywhere else.
+void loadWords(const char* bytes, std::size_t count, void* target);
+
 /// `count` numbers that stand next to each other; `target` holds as many.
 template<class T>
 void loadMany(const char* bytes, std::size_t count, T* target)
 {
-    for (std::size_t i = 0; i < count; ++i) {
-        target[i] = load<T>(bytes + i * sizeof(T));
+    if constexpr (sizeof(T) == 4) {
+        loadWords(bytes, count, target);
+    } else {
+        for (std::size_t i = 0; i < count; ++i) {
+            target[i] = load<T>(bytes + i * sizeof(T));
+        }
     }
 }
 

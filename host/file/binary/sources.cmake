@@ -5,6 +5,7 @@ list(APPEND SOURCES
     binary/Reader.cpp
     binary/Tag.cpp
     binary/attributeDefinitions.cpp
+    binary/bigEndian.cpp
     binary/connections.cpp
     binary/header.cpp
     binary/nodes.cpp

@@ -1,5 +1,7 @@
 #include "host/geometry/mesh/buildTopology.h"
 
+#include "host/support/wideProcessors.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -12,6 +14,37 @@ constexpr std::size_t kMaxCorners = 0x7ffffffe;
 std::uint32_t edgeOf(std::int32_t reference)
 {
     return static_cast<std::uint32_t>(reference ^ reference >> 31);
+}
+
+/// The highest edge of some references; 0 of none.
+HOST_ALSO_FOR_WIDE_PROCESSORS std::uint32_t highestEdge(std::span<const std::int32_t> references)
+{
+    std::uint32_t highest = 0;
+    for (const std::int32_t reference : references) {
+        highest = std::max(highest, edgeOf(reference));
+    }
+    return highest;
+}
+
+/// Whether each run of `kSize` corners is closed; all their edges are there.
+template<std::size_t kSize>
+bool areClosed(std::span<const std::int32_t> corners, const MeshEdge* edges)
+{
+    std::uint32_t gaps = 0; // without a branch: nearly always there are none
+    for (std::size_t first = 0; first < corners.size(); first += kSize) {
+        std::uint32_t starts[kSize];
+        std::uint32_t ends[kSize];
+        for (std::size_t k = 0; k < kSize; ++k) {
+            const std::int32_t reference = corners[first + k];
+            const MeshEdge& edge = edges[edgeOf(reference)];
+            starts[k] = reference >= 0 ? edge.start : edge.end;
+            ends[k] = edge.start ^ edge.end ^ starts[k]; // the other one
+        }
+        for (std::size_t k = 0; k < kSize; ++k) {
+            gaps |= ends[k] ^ starts[(k + 1) % kSize];
+        }
+    }
+    return gaps == 0;
 }
 
 /// Compacts the corners of the usable loops to the front of their own list.
@@ -33,6 +66,11 @@ private:
     /// Whether all edges of a run of corners are there, with vertices that are there.
     bool hasGoodEdges(std::size_t first, std::size_t count) const;
     bool isClosed(std::size_t first, std::size_t count) const;
+    /// Takes all faces at once if each is one loop of `kSize` corners and nothing is damaged; else
+    /// false, and nothing is done.
+    template<std::size_t kSize>
+    bool takeUniformFaces();
+    void takeFaces();
     void addFace(std::uint32_t loopCount);
     /// Takes the next given loop; keeps it when it is usable and wanted.
     bool takeLoop(bool isWanted);
@@ -178,7 +216,7 @@ void TopologyBuilder::addFace(std::uint32_t loopCount)
     }
 }
 
-BuiltTopology TopologyBuilder::build()
+void TopologyBuilder::takeFaces()
 {
     MeshTopology& topology = m_built.topology;
     const auto& counts = m_lists.faceLoopCounts;
@@ -201,6 +239,49 @@ BuiltTopology TopologyBuilder::build()
     drop(m_read, m_lists.corners.size());
     m_lists.corners.resize(m_kept);
     topology.corners = std::move(m_lists.corners);
+}
+
+template<std::size_t kSize>
+bool TopologyBuilder::takeUniformFaces()
+{
+    constexpr std::size_t kPiece = 1024 * kSize; // corners that stay in the processor's cache
+    MeshTopology& topology = m_built.topology;
+    const auto& sizes = m_lists.loopSizes;
+    const auto& counts = m_lists.faceLoopCounts;
+    const auto areAll = [](std::span<const std::uint32_t> list, std::uint32_t wanted) {
+        std::uint32_t others = 0;
+        for (const std::uint32_t number : list) {
+            others |= number ^ wanted;
+        }
+        return others == 0;
+    };
+    if (sizes.empty() || m_cornerCount != m_lists.corners.size() ||
+        m_cornerCount != kSize * sizes.size() || !m_isBadEdge.empty() ||
+        (!counts.empty() && counts.size() != sizes.size()) || !areAll(sizes, kSize) ||
+        !areAll(counts, 1)) {
+        return false;
+    }
+    const std::span<const std::int32_t> corners = m_lists.corners;
+    for (std::size_t first = 0; first < corners.size(); first += kPiece) {
+        const auto piece = corners.subspan(first, std::min(kPiece, corners.size() - first));
+        if (highestEdge(piece) >= topology.edges.size() ||
+            !areClosed<kSize>(piece, topology.edges.data())) {
+            return false;
+        }
+    }
+    topology.loopStart.resize(sizes.size() + 1);
+    for (std::size_t loop = 0; loop <= sizes.size(); ++loop) {
+        topology.loopStart[loop] = static_cast<std::uint32_t>(kSize * loop);
+    }
+    topology.corners = std::move(m_lists.corners);
+    return true;
+}
+
+BuiltTopology TopologyBuilder::build()
+{
+    if (!takeUniformFaces<4>() && !takeUniformFaces<3>()) {
+        takeFaces();
+    }
     return std::move(m_built);
 }
 

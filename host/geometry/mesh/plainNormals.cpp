@@ -34,7 +34,6 @@ struct WaitingFaces {
     FaceBatch<kCorners> faces;
     std::uint32_t numbers[kBatchFaces];
     Shapes shapes;
-    std::size_t next = 0; ///< the first one that was not added to the sums yet
 };
 
 struct TriangleShapes {
@@ -46,20 +45,100 @@ struct TriangleShapes {
 using WaitingTriangles = WaitingFaces<3, TriangleShapes>;
 using WaitingQuads = WaitingFaces<4, QuadShapes>;
 
-HOST_ALSO_FOR_WIDE_PROCESSORS void findAll(WaitingTriangles& triangles, WaitingQuads& quads)
+/// Angles become weights.
+template<std::size_t kCorners>
+[[gnu::always_inline]] inline void weigh(const Weights& weights, std::size_t faces,
+                                         const BatchNumbers& areas,
+                                         BatchNumbers (&angles)[kCorners])
+{
+    for (BatchNumbers& ofCorner : angles) {
+        for (std::size_t i = 0; i < faces; ++i) {
+            ofCorner.values[i] = weights.of(ofCorner.values[i], areas.values[i]);
+        }
+    }
+}
+
+/// What there is to know of waiting faces; their weights stand where the angles were.
+HOST_ALSO_FOR_WIDE_PROCESSORS void findAll(const Weights& weights, WaitingTriangles& triangles,
+                                           WaitingQuads& quads)
 {
     TriangleShapes& shapes = triangles.shapes;
     triangles.faces.findPlanes(shapes.normals, shapes.areas);
     for (std::size_t k = 0; k < 3; ++k) {
         triangles.faces.findAngles(k, shapes.normals, shapes.angles[k]);
     }
+    weigh(weights, triangles.faces.size(), shapes.areas, shapes.angles);
     findShapesOf(quads.faces, quads.shapes);
+    weigh(weights, quads.faces.size(), quads.shapes.areas, quads.shapes.angles);
 }
 
+/// A sum of vectors and, as the fourth number, of their lengths: four numbers that a processor adds
+/// at once.
 struct NormalSum {
-    Vec3d vector;
-    double length = 0; ///< of all terms
+    double numbers[4] = {0, 0, 0, 0};
+
+    Vec3d vector() const { return {numbers[0], numbers[1], numbers[2]}; }
+    double length() const { return numbers[3]; }
 };
+
+/// Where faces are added; all by vertex of the mesh but the first.
+struct SumLists {
+    const std::uint32_t* vertexOfCorner;
+    const std::uint8_t* isShared;
+    NormalSum* sums;
+};
+
+/// Adds faces `begin`..end-1 of those that wait. Those without an area add nothing.
+template<std::size_t kCorners, class Shapes>
+[[gnu::always_inline]] inline void addFaces(const WaitingFaces<kCorners, Shapes>& waiting,
+                                            std::size_t begin, std::size_t end,
+                                            const SumLists& lists)
+{
+    const Shapes& shapes = waiting.shapes;
+    for (std::size_t i = begin; i < end; ++i) {
+        const double area = shapes.areas.values[i];
+        if (!(area > 0) || !std::isfinite(area)) {
+            continue;
+        }
+        const NormalSum normal{
+            {shapes.normals.x[i], shapes.normals.y[i], shapes.normals.z[i], 1.0}};
+        const std::uint32_t* const vertices = lists.vertexOfCorner + waiting.faces.firstCorner(i);
+        for (std::size_t k = 0; k < kCorners; ++k) {
+            NormalSum& sum = lists.sums[vertices[k]];
+            if (lists.isShared[vertices[k]] != 0) {
+                const double weight = shapes.angles[k].values[i];
+                for (std::size_t n = 0; n < 4; ++n) {
+                    sum.numbers[n] += normal.numbers[n] * weight;
+                }
+            } else { // the polygon's own, whatever the weight
+                sum = normal;
+            }
+        }
+    }
+}
+
+HOST_ALSO_FOR_WIDE_PROCESSORS void addTriangles(const WaitingTriangles& waiting, std::size_t begin,
+                                                std::size_t end, const SumLists& lists)
+{
+    addFaces(waiting, begin, end, lists);
+}
+
+HOST_ALSO_FOR_WIDE_PROCESSORS void addQuads(const WaitingQuads& waiting, std::size_t begin,
+                                            std::size_t end, const SumLists& lists)
+{
+    addFaces(waiting, begin, end, lists);
+}
+
+/// Where the faces before a face number end, from the next one on.
+template<class Waiting>
+std::size_t endBefore(const Waiting& waiting, std::size_t begin, std::uint32_t face)
+{
+    std::size_t end = begin;
+    while (end < waiting.faces.size() && waiting.numbers[end] < face) {
+        ++end;
+    }
+    return end;
+}
 
 /// The normals of sums: of a vertex with a single corner the sum itself. False if a vertex that is
 /// used has a sum without a direction.
@@ -71,11 +150,12 @@ normalizeAll(std::span<const NormalSum> sums, const PlainVertices& found, std::s
     bool isGood = true;
     for (std::size_t i = 0; i < sums.size(); ++i) {
         const NormalSum& sum = sums[i];
-        const double size = length(sum.vector);
+        const Vec3d vector = sum.vector();
+        const double size = length(vector);
         // "&" and "|", since branches would keep several sums from being worked on at once
         const bool isUnused = places[i] == PlainVertices::kUnused;
-        isGood &= isUnused | hasDirection(size, sum.length);
-        normals[i] = toFloat(sum.vector * (isShared[i] != 0 ? 1 / size : 1.0));
+        isGood &= isUnused | hasDirection(size, sum.length());
+        normals[i] = toFloat(vector * (isShared[i] != 0 ? 1 / size : 1.0));
     }
     return isGood;
 }
@@ -125,44 +205,28 @@ private:
     {
         WaitingTriangles& triangles = m_waiting->triangles;
         WaitingQuads& quads = m_waiting->quads;
-        findAll(triangles, quads);
-        while (triangles.next < triangles.faces.size() || quads.next < quads.faces.size()) {
-            const bool isQuad = triangles.next == triangles.faces.size() ||
-                                (quads.next < quads.faces.size() &&
-                                 quads.numbers[quads.next] < triangles.numbers[triangles.next]);
-            isQuad ? addNext(quads) : addNext(triangles);
+        findAll(m_weights, triangles, quads);
+        const SumLists lists{m_vertices.data(), m_found.isShared.data(), m_sums.data()};
+        std::size_t triangle = 0;
+        std::size_t quad = 0;
+        while (quad < quads.faces.size()) {
+            const std::size_t triangleEnd = endBefore(triangles, triangle, quads.numbers[quad]);
+            addTriangles(triangles, triangle, triangleEnd, lists);
+            triangle = triangleEnd;
+            const bool isLastRun = triangle == triangles.faces.size();
+            const std::size_t quadEnd = isLastRun
+                                            ? quads.faces.size()
+                                            : endBefore(quads, quad, triangles.numbers[triangle]);
+            addQuads(quads, quad, quadEnd, lists);
+            quad = quadEnd;
         }
+        addTriangles(triangles, triangle, triangles.faces.size(), lists);
         for (std::size_t i = 0; m_isBestCutWanted && i < quads.faces.size(); ++i) {
             m_isCutFromSecond[quads.numbers[i]] =
                 quads.shapes.diagonals.isSecondBetter(quads.faces, i) ? 1 : 0;
         }
         triangles.faces.clear();
-        triangles.next = 0;
         quads.faces.clear();
-        quads.next = 0;
-    }
-
-    template<std::size_t kCorners, class Shapes>
-    void addNext(WaitingFaces<kCorners, Shapes>& waiting)
-    {
-        const std::size_t i = waiting.next++;
-        const Shapes& shapes = waiting.shapes;
-        const double area = shapes.areas.values[i];
-        if (!(area > 0) || !std::isfinite(area)) {
-            return;
-        }
-        const Vec3d normal = shapes.normals[i];
-        for (std::uint32_t k = 0; k < kCorners; ++k) {
-            const std::uint32_t vertex = m_vertices[waiting.faces.firstCorner(i) + k];
-            NormalSum& sum = m_sums[vertex];
-            if (m_found.isShared[vertex] != 0) {
-                const double weight = m_weights.of(shapes.angles[k].values[i], area);
-                sum.vector = sum.vector + normal * weight;
-                sum.length += weight;
-            } else { // the polygon's own, whatever the weight
-                sum = {normal, 1};
-            }
-        }
     }
 
     std::optional<PlainShading> finish()

@@ -1,5 +1,7 @@
 #include "host/file/binary/values/meshWords.h"
 
+#include "host/support/wideProcessors.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstring>
@@ -24,7 +26,8 @@ std::uint32_t asInFile(std::uint32_t word)
 
 } // namespace
 
-void loadEdges(const char* bytes, std::size_t count, std::int32_t* target)
+HOST_ALSO_FOR_WIDE_PROCESSORS void loadEdges(const char* bytes, std::size_t count,
+                                             std::int32_t* target)
 {
     for (std::size_t i = 0; i < count; ++i) {
         const auto start = load<std::uint32_t>(bytes + 8 * i);
@@ -34,7 +37,7 @@ void loadEdges(const char* bytes, std::size_t count, std::int32_t* target)
     }
 }
 
-std::int32_t loadCorners(Words corners, std::int32_t* target)
+HOST_ALSO_FOR_WIDE_PROCESSORS std::int32_t loadCorners(Words corners, std::int32_t* target)
 {
     std::int32_t highest = 0;
     const std::size_t count = corners.size();
@@ -47,7 +50,7 @@ std::int32_t loadCorners(Words corners, std::int32_t* target)
     return highest;
 }
 
-std::size_t countEnds(Words corners, std::uint32_t flags)
+HOST_ALSO_FOR_WIDE_PROCESSORS std::size_t countEnds(Words corners, std::uint32_t flags)
 {
     const std::uint32_t mask = asInFile(flags);
     std::uint32_t ends = 0; // a piece has fewer corners than 2^32
@@ -58,7 +61,7 @@ std::size_t countEnds(Words corners, std::uint32_t flags)
     return ends;
 }
 
-bool areQuads(Words corners)
+HOST_ALSO_FOR_WIDE_PROCESSORS bool areQuads(Words corners)
 {
     const std::uint32_t inside = asInFile(kEndsLoop | kEndsFace);
     const std::uint32_t atEnd = asInFile(kEndsFace);
