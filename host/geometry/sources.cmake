@@ -1,5 +1,6 @@
 # Sources of this room, one a line, sorted (main files of programs are not listed).
 set(SOURCES
+    mesh/EdgeLists.cpp
     mesh/MeshData.cpp
     mesh/PlanarRing.cpp
     mesh/PlainRenderMesh.cpp

@@ -196,8 +196,11 @@ void SceneBuilder::storeBlock(const Plug& plug, const PlugStep& step, const Numb
 {
     const Attribute attribute = m_graph.attribute(plug.node, plug.attribute);
     if (attribute.isMulti) {
-        const std::int64_t first = std::max<std::int64_t>(0, step.first);
-        storeElements(plug, static_cast<std::uint32_t>(first), numbers, elementsAhead);
+        const auto first = static_cast<std::uint32_t>(std::max<std::int64_t>(0, step.first));
+        if (!StoredMeshes::mayTake(attribute.longName) ||
+            !m_meshes.append(m_graph, plug, first, numbers, elementsAhead)) {
+            storeElements(plug, first, numbers, elementsAhead);
+        }
     } else {
         storeSingle(plug, numbers, 0);
     }
@@ -226,6 +229,7 @@ void SceneBuilder::storeElements(const Plug& array, std::uint32_t first, const N
 
 void SceneBuilder::storeSingle(const Plug& plug, const NumberBlock& numbers, std::size_t from)
 {
+    m_meshes.putInGraph(m_graph, plug);
     const std::vector<AttributeIndex> leaves = numericLeaves(m_graph, plug.node, plug.attribute);
     if (leaves.empty()) {
         m_graph.setValue(plug, vectorValue(numbers));
@@ -270,7 +274,9 @@ void SceneBuilder::setSparse(NodeId node, const SetAttribute& command)
     if (outer == path.stepCount) {
         return;
     }
-    const PlugShape shape = shapeOfAttribute(m_graph, node, attributeAt(m_graph, node, path));
+    const AttributeIndex attribute = attributeAt(m_graph, node, path);
+    m_meshes.putInGraph(m_graph, {node, attribute, kNoSlot, -1});
+    const PlugShape shape = shapeOfAttribute(m_graph, node, attribute);
     NumericArray* row = nullptr;
     for (const file::SparseNumber& entry : command.sparse) {
         if (row == nullptr || path.steps[outer].first != entry.outer) {
@@ -284,6 +290,7 @@ void SceneBuilder::setSparse(NodeId node, const SetAttribute& command)
 
 void SceneBuilder::setValues(const Plug& plug, const SetAttribute& command)
 {
+    m_meshes.putInGraph(m_graph, plug);
     if (!m_graph.attribute(plug.node, plug.attribute).isMulti) {
         if (!command.values.empty()) {
             m_graph.setValue(plug, std::move(command.values.front()));

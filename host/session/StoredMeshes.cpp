@@ -3,7 +3,10 @@
 #include "host/geometry/mesh/MeshData.h"
 #include "host/geometry/mesh/buildTopology.h"
 
+#include "host/support/wideProcessors.h"
+
 #include <algorithm>
+#include <cstring>
 #include <limits>
 #include <string>
 #include <utility>
@@ -19,6 +22,57 @@ using graph::Plug;
 
 constexpr std::string_view kFirstUvSetName = "map1";
 constexpr std::size_t kMaxUvSets = 64; ///< as many as faces can refer to
+constexpr std::string_view kMesh = "cachedInMesh";
+constexpr std::string_view kPoints = "vrts";
+constexpr std::string_view kEdges = "edge";
+constexpr std::size_t kMostHeld = 0x7ffffffe; ///< points or edges
+
+/// Appends vectors that stand as plain numbers.
+template<class Vector>
+void appendVectors(std::vector<Vector>& vectors, std::span<const float> numbers)
+{
+    static_assert(sizeof(Vector) % sizeof(float) == 0);
+    const std::size_t before = vectors.size();
+    const std::size_t count = numbers.size_bytes() / sizeof(Vector);
+    if (count > 0) {
+        vectors.resize(before + count);
+        std::memcpy(static_cast<void*>(vectors.data() + before), numbers.data(),
+                    count * sizeof(Vector));
+    }
+}
+
+/// Memory for what comes, where that is known and is not less than there is.
+template<class T>
+void reserveAhead(std::vector<T>& list, std::size_t ahead)
+{
+    if (ahead >= list.size()) {
+        list.reserve(list.size() + ahead);
+    }
+}
+
+/// A list that grew by itself without the room that is left over.
+template<class T>
+void fit(std::vector<T>& list)
+{
+    if (list.capacity() - list.size() > list.size() / 8) {
+        list.shrink_to_fit();
+    }
+}
+
+struct IdRange {
+    std::int32_t lowest = 0; ///< or the lowest below 0
+    std::int32_t highest = -1;
+};
+
+HOST_ALSO_FOR_WIDE_PROCESSORS IdRange rangeOf(std::span<const std::int32_t> ids)
+{
+    IdRange range;
+    for (const std::int32_t id : ids) { // without a branch: nearly always all are good
+        range.lowest = std::min(range.lowest, id);
+        range.highest = std::max(range.highest, id);
+    }
+    return range;
+}
 
 template<class T>
 void appendTo(std::vector<T>& list, std::vector<T>&& more)
@@ -82,21 +136,25 @@ void reserveFaces(PolyFaces& faces, const PolyFaces& first, std::size_t cornersA
     }
 }
 
+/// An attribute of a node itself; no plug if there is none.
+Plug plugOf(const Graph& graph, NodeId node, std::string_view name)
+{
+    const AttributeIndex attribute = graph.findAttribute(node, name);
+    return attribute == kNoAttribute ? Plug{} : Plug{node, attribute, kNoSlot, -1};
+}
+
 /// Takes a mesh's raw numbers out of the graph and joins them.
 class MeshAssembly {
 public:
     MeshAssembly(Graph& graph, NodeId node) : m_graph(graph), m_node(node) {}
 
-    std::shared_ptr<const MeshData> build(PolyFaces&& faces);
+    std::shared_ptr<const MeshData> build(PolyFaces&& faces, std::vector<Vec3f>&& points,
+                                          geometry::EdgeLists&& edges);
     /// What was damaged, as one sentence; empty if nothing was.
     const std::string& damage() const { return m_damage; }
 
 private:
-    Plug plug(std::string_view name) const
-    {
-        const AttributeIndex attribute = m_graph.findAttribute(m_node, name);
-        return attribute == kNoAttribute ? Plug{} : Plug{m_node, attribute, kNoSlot, -1};
-    }
+    Plug plug(std::string_view name) const { return plugOf(m_graph, m_node, name); }
     /// The numbers of a multi as one block, `width` for each element, and the multi emptied.
     template<class T>
     std::vector<T> take(const Plug& from, std::size_t width, T fallback);
@@ -135,24 +193,31 @@ std::vector<Vec3f> MeshAssembly::takeVectors(std::string_view name, float fallba
 {
     const std::vector<float> numbers = take<float>(plug(name), 3, fallback);
     std::vector<Vec3f> vectors;
-    vectors.reserve(numbers.size() / 3);
-    for (std::size_t i = 0; i + 2 < numbers.size(); i += 3) {
-        vectors.push_back({numbers[i], numbers[i + 1], numbers[i + 2]});
-    }
+    appendVectors(vectors, numbers);
     return vectors;
 }
 
-std::shared_ptr<const MeshData> MeshAssembly::build(PolyFaces&& faces)
+/// Points and edges that are not given lie in the graph.
+std::shared_ptr<const MeshData> MeshAssembly::build(PolyFaces&& faces, std::vector<Vec3f>&& points,
+                                                    geometry::EdgeLists&& edges)
 {
-    auto points = takeVectors("vrts", 0.0F);
-    const auto edges = take<std::int32_t>(plug("edge"), 3, 0);
+    if (points.empty()) {
+        points = takeVectors(kPoints, 0.0F);
+    }
+    if (edges.edges.empty()) {
+        edges.append(take<std::int32_t>(plug(kEdges), 3, 0));
+    }
+    fit(points);
+    fit(edges.edges);
+    fit(edges.smooth);
     const auto pointCount = static_cast<std::uint32_t>(
         std::min<std::size_t>(points.size(), std::numeric_limits<std::int32_t>::max()));
     geometry::FaceLists lists;
     lists.corners = std::move(faces.corners);
     lists.loopSizes = faces.loopSizes;
     lists.faceLoopCounts = faces.faceLoopCounts;
-    geometry::BuiltTopology built = geometry::buildTopology(pointCount, edges, std::move(lists));
+    geometry::BuiltTopology built =
+        geometry::buildTopology(pointCount, std::move(edges), std::move(lists));
     report(built.damage.badEdges, "edges");
     report(built.damage.badFaces, "faces");
     report(built.damage.badHoles, "holes");
@@ -213,10 +278,7 @@ geometry::UvSet MeshAssembly::takeUvSet(const Plug& element)
     if (points != kNoAttribute) {
         const std::vector<float> numbers = take<float>(m_graph.child(element, points), 2, 0.0F);
         std::vector<Vec2f> pairs;
-        pairs.reserve(numbers.size() / 2);
-        for (std::size_t i = 0; i + 1 < numbers.size(); i += 2) {
-            pairs.push_back({numbers[i], numbers[i + 1]});
-        }
+        appendVectors(pairs, numbers);
         set.points = std::make_shared<const std::vector<Vec2f>>(std::move(pairs));
     }
     return set;
@@ -228,12 +290,7 @@ void MeshAssembly::takeUvIds(geometry::UvSet& set, std::vector<std::int32_t>&& i
     geometry::removeCorners(ids, damage.droppedCorners, cornerCount);
     const auto pointCount =
         static_cast<std::int64_t>(set.points != nullptr ? set.points->size() : 0);
-    std::int32_t lowest = 0;
-    std::int32_t highest = -1;
-    for (const std::int32_t id : ids) { // without a branch: nearly always all are good
-        lowest = std::min(lowest, id);
-        highest = std::max(highest, id);
-    }
+    auto [lowest, highest] = rangeOf(ids);
     std::size_t bad = 0;
     if (lowest < -1 || highest >= pointCount) {
         highest = -1;
@@ -318,14 +375,98 @@ void MeshAssembly::report(std::size_t count, std::string_view what)
 bool StoredMeshes::append(NodeId mesh, std::uint32_t first, PolyFaces&& faces,
                           std::size_t cornersAhead)
 {
-    const auto [entry, isNew] = m_faces.try_emplace(mesh);
-    if (isNew) {
-        addMesh(mesh);
-    }
-    const bool follows = entry->second.faceLoopCounts.size() == first;
-    reserveFaces(entry->second, faces, cornersAhead);
-    appendFaces(entry->second, std::move(faces));
+    PolyFaces& held = m_lists[mesh].faces;
+    addMesh(mesh);
+    const bool follows = held.faceLoopCounts.size() == first;
+    reserveFaces(held, faces, cornersAhead);
+    appendFaces(held, std::move(faces));
     return follows;
+}
+
+bool StoredMeshes::mayTake(std::string_view attribute)
+{
+    return attribute == kPoints || attribute == kEdges;
+}
+
+bool StoredMeshes::append(Graph& graph, const Plug& array, std::uint32_t first,
+                          const file::NumberBlock& numbers, std::size_t elementsAhead)
+{
+    const bool arePoints = array == plugOf(graph, array.node, kPoints);
+    if (!arePoints && array != plugOf(graph, array.node, kEdges)) {
+        return false;
+    }
+    const NumberStorage storage = arePoints ? NumberStorage::Float : NumberStorage::Int32;
+    const bool fits = numbers.storage == storage && numbers.width == 3 && numbers.count() > 0 &&
+                      graph.findAttribute(array.node, kMesh) != kNoAttribute;
+    const NumericArray* const inGraph = graph.findNumericArray(array);
+    if (!fits || (inGraph != nullptr && !inGraph->empty())) {
+        putInGraph(graph, array);
+        return false;
+    }
+    Lists& lists = m_lists[array.node];
+    const std::size_t before = arePoints ? lists.points.size() : lists.edges.edges.size();
+    if (first != before || numbers.count() > kMostHeld - before) {
+        putInGraph(graph, array);
+        return false;
+    }
+    if (inGraph == nullptr) { // there it is one that was set
+        graph.numericArray(array, storage, 3);
+    }
+    if (arePoints) {
+        reserveAhead(lists.points, elementsAhead);
+        appendVectors(lists.points, numbers.floats);
+    } else {
+        reserveAhead(lists.edges.edges, elementsAhead);
+        lists.edges.append(numbers.integers);
+    }
+    return true;
+}
+
+void StoredMeshes::putPointsInGraph(Graph& graph, const Plug& array, Lists& lists)
+{
+    std::vector<float> numbers;
+    numbers.reserve(3 * lists.points.size());
+    for (const Vec3f& point : lists.points) {
+        numbers.insert(numbers.end(), {point.x, point.y, point.z});
+    }
+    lists.points = {};
+    graph.numericArray(array, NumberStorage::Float, 3).store<float>(0, numbers);
+}
+
+void StoredMeshes::putEdgesInGraph(Graph& graph, const Plug& array, Lists& lists)
+{
+    const std::vector<std::int32_t> numbers = lists.edges.triples();
+    lists.edges = {};
+    graph.numericArray(array, NumberStorage::Int32, 3).store<std::int32_t>(0, numbers);
+}
+
+void StoredMeshes::putAllInGraph(Graph& graph, NodeId mesh, Lists& lists)
+{
+    if (!lists.points.empty()) {
+        putPointsInGraph(graph, plugOf(graph, mesh, kPoints), lists);
+    }
+    if (!lists.edges.edges.empty()) {
+        putEdgesInGraph(graph, plugOf(graph, mesh, kEdges), lists);
+    }
+}
+
+void StoredMeshes::putInGraph(Graph& graph, const Plug& plug)
+{
+    const auto found = m_lists.find(plug.node);
+    if (found == m_lists.end() || !plug) {
+        return;
+    }
+    AttributeIndex root = plug.attribute;
+    for (AttributeIndex parent = root; parent != kNoAttribute;
+         parent = graph.attribute(plug.node, root).parent) {
+        root = parent;
+    }
+    Lists& lists = found->second;
+    if (!lists.points.empty() && root == graph.findAttribute(plug.node, kPoints)) {
+        putPointsInGraph(graph, plugOf(graph, plug.node, kPoints), lists);
+    } else if (!lists.edges.edges.empty() && root == graph.findAttribute(plug.node, kEdges)) {
+        putEdgesInGraph(graph, plugOf(graph, plug.node, kEdges), lists);
+    }
 }
 
 void StoredMeshes::addMesh(NodeId mesh)
@@ -340,18 +481,19 @@ void StoredMeshes::build(Graph& graph, Diagnostics& diagnostics)
     std::sort(m_inOrder.begin(), m_inOrder.end());
     m_inOrder.erase(std::unique(m_inOrder.begin(), m_inOrder.end()), m_inOrder.end());
     for (const NodeId node : m_inOrder) {
-        const AttributeIndex stored = graph.findAttribute(node, "cachedInMesh");
+        const AttributeIndex stored = graph.findAttribute(node, kMesh);
         if (stored == kNoAttribute) {
             continue;
         }
         MeshAssembly assembly(graph, node);
-        const auto found = m_faces.find(node);
-        PolyFaces faces;
-        if (found != m_faces.end()) {
-            faces = std::move(found->second);
-            m_faces.erase(found);
+        const auto found = m_lists.find(node);
+        Lists lists;
+        if (found != m_lists.end()) {
+            lists = std::move(found->second);
+            m_lists.erase(found);
         }
-        const auto mesh = assembly.build(std::move(faces));
+        const auto mesh =
+            assembly.build(std::move(lists.faces), std::move(lists.points), std::move(lists.edges));
         if (!assembly.damage().empty()) {
             diagnostics.note(DiagnosticKind::DamagedGeometry, "mesh",
                              graph.node(node).name + ": " + assembly.damage());
@@ -359,7 +501,10 @@ void StoredMeshes::build(Graph& graph, Diagnostics& diagnostics)
         graph.setValue({node, stored, kNoSlot, -1}, Value(mesh));
     }
     m_inOrder.clear();
-    m_faces.clear();
+    for (auto& [node, lists] : m_lists) { // of no mesh
+        putAllInGraph(graph, node, lists);
+    }
+    m_lists.clear();
 }
 
 } // namespace host::session

@@ -26,6 +26,16 @@ HOST_ALSO_FOR_WIDE_PROCESSORS std::uint32_t highestEdge(std::span<const std::int
     return highest;
 }
 
+/// The highest vertex of some edges; 0 of none.
+HOST_ALSO_FOR_WIDE_PROCESSORS std::uint32_t highestVertex(std::span<const MeshEdge> edges)
+{
+    std::uint32_t highest = 0;
+    for (const MeshEdge& edge : edges) {
+        highest = std::max(highest, std::max(edge.start, edge.end));
+    }
+    return highest;
+}
+
 /// Whether each run of `kSize` corners is closed; all their edges are there.
 template<std::size_t kSize>
 bool areClosed(std::span<const std::int32_t> corners, const MeshEdge* edges)
@@ -50,18 +60,17 @@ bool areClosed(std::span<const std::int32_t> corners, const MeshEdge* edges)
 /// Compacts the corners of the usable loops to the front of their own list.
 class TopologyBuilder {
 public:
-    TopologyBuilder(std::uint32_t vertexCount, std::span<const std::int32_t> edgeTriples,
-                    FaceLists faces)
+    TopologyBuilder(std::uint32_t vertexCount, EdgeLists edges, FaceLists faces)
         : m_lists(std::move(faces)), m_cornerCount(std::min(m_lists.corners.size(), kMaxCorners))
     {
         m_built.topology.vertexCount = vertexCount;
-        takeEdges(edgeTriples);
+        takeEdges(std::move(edges));
     }
 
     BuiltTopology build();
 
 private:
-    void takeEdges(std::span<const std::int32_t> triples);
+    void takeEdges(EdgeLists edges);
     void markBadEdges();
     /// Whether all edges of a run of corners are there, with vertices that are there.
     bool hasGoodEdges(std::size_t first, std::size_t count) const;
@@ -86,23 +95,16 @@ private:
     BuiltTopology m_built;
 };
 
-void TopologyBuilder::takeEdges(std::span<const std::int32_t> triples)
+void TopologyBuilder::takeEdges(EdgeLists edges)
 {
     MeshTopology& topology = m_built.topology;
-    const std::size_t count = std::min(triples.size() / 3, kMaxCorners);
-    topology.edges.resize(count);
-    m_built.edgeSmooth.resize(count);
-    MeshEdge* const edges = topology.edges.data();
-    std::uint8_t* const smooth = m_built.edgeSmooth.data();
-    std::uint32_t highest = 0;
-    for (std::size_t edge = 0; edge < count; ++edge) {
-        const std::int32_t* const triple = triples.data() + 3 * edge;
-        edges[edge] = {static_cast<std::uint32_t>(triple[0]),
-                       static_cast<std::uint32_t>(triple[1])};
-        smooth[edge] = triple[2] != 0 ? 1 : 0;
-        highest = std::max({highest, edges[edge].start, edges[edge].end});
+    topology.edges = std::move(edges.edges);
+    m_built.edgeSmooth = std::move(edges.smooth);
+    if (topology.edges.size() > kMaxCorners) {
+        topology.edges.resize(kMaxCorners);
+        m_built.edgeSmooth.resize(std::min(m_built.edgeSmooth.size(), kMaxCorners));
     }
-    if (highest >= topology.vertexCount) {
+    if (highestVertex(topology.edges) >= topology.vertexCount) {
         markBadEdges();
     }
     if (topology.vertexCount == 0) { // not even (0, 0) would be a valid edge
@@ -116,6 +118,7 @@ void TopologyBuilder::markBadEdges()
 {
     MeshTopology& topology = m_built.topology;
     m_isBadEdge.resize(topology.edges.size());
+    m_built.edgeSmooth.resize(topology.edges.size(), 1); // now they are told one by one
     for (std::size_t edge = 0; edge < topology.edges.size(); ++edge) {
         const MeshEdge& ends = topology.edges[edge];
         if (ends.start >= topology.vertexCount || ends.end >= topology.vertexCount) {
@@ -287,10 +290,17 @@ BuiltTopology TopologyBuilder::build()
 
 } // namespace
 
+BuiltTopology buildTopology(std::uint32_t vertexCount, EdgeLists edges, FaceLists faces)
+{
+    return TopologyBuilder(vertexCount, std::move(edges), std::move(faces)).build();
+}
+
 BuiltTopology buildTopology(std::uint32_t vertexCount, std::span<const std::int32_t> edgeTriples,
                             FaceLists faces)
 {
-    return TopologyBuilder(vertexCount, edgeTriples, std::move(faces)).build();
+    EdgeLists edges;
+    edges.append(edgeTriples);
+    return buildTopology(vertexCount, std::move(edges), std::move(faces));
 }
 
 void removeCorners(std::vector<std::int32_t>& perCorner, std::span<const CornerRun> dropped,

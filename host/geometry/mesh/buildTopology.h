@@ -1,6 +1,7 @@
 // A validated topology from the lists of a file: what is damaged loses its faces, never the mesh.
 #pragma once
 
+#include "host/geometry/mesh/EdgeLists.h"
 #include "host/geometry/mesh/MeshData.h"
 
 #include <cstddef>
@@ -40,17 +41,19 @@ struct FaceLists {
 
 struct BuiltTopology {
     MeshTopology topology;
-    EdgeFlags edgeSmooth; ///< one per edge
+    EdgeFlags edgeSmooth; ///< one per edge; or empty: all are smooth
     TopologyDamage damage;
 };
 
-/// Joins edges (`edgeTriples`: start vertex, end vertex, 0 hard or else smooth, by threes; numbers
-/// left over at the end are ignored) and faces.
+/// Joins edges and faces.
 ///
 /// Result   fits `isConsistent`; edges and faces keep their numbers, an unusable face has one loop
 ///          without corners. The corners are compacted in place, not copied; lists that go along
 ///          with them follow by `removeCorners`.
 /// Failure  none; the damage is counted. Lists beyond 2^31 - 2 corners count as incomplete there.
+BuiltTopology buildTopology(std::uint32_t vertexCount, EdgeLists edges, FaceLists faces);
+
+/// The same of edges by threes, as `EdgeLists::append` has them.
 BuiltTopology buildTopology(std::uint32_t vertexCount, std::span<const std::int32_t> edgeTriples,
                             FaceLists faces);
 

@@ -1,5 +1,7 @@
 #include "tests/unit/host_geometry/meshMaker.h"
 
+#include <limits>
+
 namespace host::geometry {
 namespace {
 
@@ -24,7 +26,7 @@ MeshData meshFrom(const BuiltTopology& built)
 {
     MeshData mesh;
     mesh.topology = std::make_shared<const MeshTopology>(built.topology);
-    mesh.edgeSmooth = std::make_shared<const EdgeFlags>(built.edgeSmooth);
+    mesh.edgeSmooth = shareEdgeFlags(EdgeFlags(built.edgeSmooth));
     mesh.points = std::make_shared<const std::vector<Vec3f>>(built.topology.vertexCount);
     return mesh;
 }
@@ -41,6 +43,21 @@ TEST(BuildTopology, TakesGoodListsAsTheyAre)
     EXPECT_EQ(t.cornerVertex(3), 0U); // -3: edge 2 (2-0) backwards
     EXPECT_EQ(t.cornerVertex(4), 2U);
     EXPECT_TRUE(isConsistent(meshFrom(built)));
+}
+
+TEST(EdgeLists, TellFlagsFromTheFirstHardEdgeOn)
+{
+    EdgeLists lists;
+    lists.append(std::vector<std::int32_t>{0, 1, 1, 1, 2, 7, 9}); // the 9 is left over
+    ASSERT_EQ(lists.edges.size(), 2U);
+    EXPECT_TRUE(lists.smooth.empty());
+    lists.append(std::vector<std::int32_t>{2, 3, 0, 3, 0, 1});
+    lists.append(std::vector<std::int32_t>{5, 6, 1});
+    EXPECT_EQ(lists.edges[1].end, 2U);
+    EXPECT_EQ(lists.edges[4].start, 5U);
+    EXPECT_EQ(lists.smooth, (EdgeFlags{1, 1, 0, 1, 1}));
+    EXPECT_EQ(lists.triples(),
+              (std::vector<std::int32_t>{0, 1, 1, 1, 2, 1, 2, 3, 0, 3, 0, 1, 5, 6, 1}));
 }
 
 TEST(BuildTopology, MovesTheCornersWithoutACopy)
@@ -256,6 +273,63 @@ TEST(IsConsistent, TellsEveryKindOfMisfit)
         EXPECT_TRUE(broken([&](MeshData& m, MeshTopology&) { m.groups.push_back({1, list}); }));
     }
     EXPECT_FALSE(isConsistent(MeshData{}));
+}
+
+/// A row of quads: points 0..n below, n+1..2n+1 above; edges below, above and between by turns.
+Lists rowOfQuads(std::int32_t n)
+{
+    Lists lists;
+    const auto addEdge = [&](std::int32_t start, std::int32_t end) {
+        lists.edges.insert(lists.edges.end(), {start, end, 1});
+    };
+    for (std::int32_t i = 0; i <= n; ++i) {
+        addEdge(i, n + 1 + i); // edge 3 i stands at point i
+        if (i < n) {
+            addEdge(i, i + 1);
+            addEdge(n + 1 + i, n + 2 + i);
+            const std::int32_t up = 3 * (i + 1);
+            lists.corners.insert(lists.corners.end(),
+                                 {3 * i + 1, up, -1 - (3 * i + 2), -1 - 3 * i});
+            lists.loopSizes.push_back(4);
+            lists.faceLoopCounts.push_back(1);
+        }
+    }
+    return lists;
+}
+
+TEST(BuildTopology, ManyQuadsAreTakenAtOnceAndDamageIsFoundAnywhere)
+{
+    constexpr std::int32_t kFaces = 3000; // more than are looked at together
+    const std::uint32_t points = 2 * (kFaces + 1);
+    const Lists good = rowOfQuads(kFaces);
+    const BuiltTopology built = build(good, points);
+    EXPECT_TRUE(built.damage.isNone());
+    EXPECT_EQ(built.topology.faceCount(), 3000U);
+    EXPECT_EQ(built.topology.loopStart[2999], 4U * 2999);
+    EXPECT_TRUE(built.edgeSmooth.empty());
+    EXPECT_TRUE(isConsistent(meshFrom(built)));
+
+    for (const std::size_t face : {0, 1023, 1024, 2999}) {
+        Lists open = good;
+        open.corners[4 * face + 1] = -1 - open.corners[4 * face + 1]; // down instead of up
+        const BuiltTopology damaged = build(open, points);
+        EXPECT_EQ(damaged.damage.badFaces, 1U) << face;
+        EXPECT_EQ(damaged.topology.corners.size(), 4U * (kFaces - 1));
+        EXPECT_TRUE(isConsistent(meshFrom(damaged)));
+
+        Lists beyond = good;
+        beyond.corners[4 * face] = 3 * kFaces + 1; // one more than there are edges
+        EXPECT_EQ(build(beyond, points).damage.badFaces, 1U) << face;
+        beyond.corners[4 * face] = std::numeric_limits<std::int32_t>::min();
+        EXPECT_EQ(build(beyond, points).damage.badFaces, 1U) << face;
+    }
+    Lists badEdge = good;
+    badEdge.edges[1] = static_cast<std::int32_t>(points); // of the first face alone
+    const BuiltTopology lame = build(badEdge, points);
+    EXPECT_EQ(lame.damage.badEdges, 1U);
+    EXPECT_EQ(lame.damage.badFaces, 1U);
+    EXPECT_EQ(lame.edgeSmooth[0], 0);
+    EXPECT_EQ(lame.edgeSmooth[1], 1);
 }
 
 } // namespace

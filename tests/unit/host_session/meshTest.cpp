@@ -45,6 +45,50 @@ TEST_F(Meshes, AreReadAsStored)
     EXPECT_EQ(square->normalWeighting, host::geometry::NormalWeighting::AngleAndArea);
 }
 
+TEST_F(Meshes, TakePointsAndEdgesInAnyOrder)
+{
+    // Over what came in one go, number by number and element by element, and after a gap.
+    openSquare(R"(
+        setAttr ".vt[5].vx" 7;
+        setAttr ".vt[8:10]"  3 3 3  4 4 4  5 5 5;
+        setAttr ".vt[12]"  6 6 6;
+        setAttr ".ed[2]"  4 3 0;
+        setAttr ".ed[4].eh" 0;
+    )");
+    const auto square = mesh("m");
+    ASSERT_NE(square, nullptr);
+    ASSERT_EQ(square->points->size(), 13U);
+    EXPECT_EQ((*square->points)[4], (Vec3f{1, 0, 1}));
+    EXPECT_EQ((*square->points)[5], (Vec3f{7, 0, 1}));
+    EXPECT_EQ((*square->points)[8], (Vec3f{3, 3, 3}));
+    EXPECT_EQ((*square->points)[10], (Vec3f{5, 5, 5}));
+    EXPECT_EQ((*square->points)[11], (Vec3f{0, 0, 0}));
+    EXPECT_EQ((*square->points)[12], (Vec3f{6, 6, 6}));
+    EXPECT_EQ(square->topology->edges[2].start, 4U);
+    EXPECT_EQ(square->topology->edges[2].end, 3U);
+    EXPECT_EQ(square->topology->edges[11].end, 8U);
+    ASSERT_NE(square->edgeSmooth, nullptr);
+    EXPECT_EQ(*square->edgeSmooth, (std::vector<std::uint8_t>{1, 1, 0, 1, 0, 1, 1, 1, 1, 1, 1, 1}));
+}
+
+TEST_F(Meshes, TakePointsInPieces)
+{
+    open(R"(createNode transform -n "a";
+        createNode mesh -n "m" -p "a";
+        setAttr -s 3 ".vt[0:1]"  0 0 0  1 0 0;
+        setAttr ".vt[2]"  0 1 0;
+        setAttr -s 3 ".ed[0]"  0 1 1;
+        setAttr ".ed[1:2]"  1 2 0  2 0 1;
+        setAttr ".fc[0]" -type "polyFaces" f 3 0 1 2 ;)");
+    const auto triangle = mesh("m");
+    ASSERT_NE(triangle, nullptr);
+    EXPECT_EQ(*triangle->points, (std::vector<Vec3f>{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}));
+    EXPECT_EQ(triangle->topology->faceCount(), 1U);
+    EXPECT_EQ(triangle->topology->corners, (std::vector<std::int32_t>{0, 1, 2}));
+    ASSERT_NE(triangle->edgeSmooth, nullptr);
+    EXPECT_EQ(*triangle->edgeSmooth, (std::vector<std::uint8_t>{1, 0, 1}));
+}
+
 TEST_F(Meshes, OfScenesBefore2013WeighAllFacesAlike)
 {
     using host::geometry::NormalWeighting;
