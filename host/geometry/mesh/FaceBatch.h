@@ -20,13 +20,15 @@ struct BatchNumbers {
 };
 
 /// One vector of each face, coordinate by coordinate.
-struct BatchVectors {
-    alignas(64) double x[kBatchFaces];
-    alignas(64) double y[kBatchFaces];
-    alignas(64) double z[kBatchFaces];
+template<class Number>
+struct BatchVectorsOf {
+    alignas(64) Number x[kBatchFaces];
+    alignas(64) Number y[kBatchFaces];
+    alignas(64) Number z[kBatchFaces];
 
     Vec3d operator[](std::size_t i) const { return {x[i], y[i], z[i]}; }
 };
+using BatchVectors = BatchVectorsOf<double>;
 
 /// Up to kBatchFaces faces of one loop of kCorners corners, and what kernels ask of all of them at
 /// once. The loops have no branches; they are what vectorising compilers like.
@@ -87,16 +89,19 @@ public:
     [[gnu::always_inline]] void findAngles(std::size_t corner, const BatchVectors& normals,
                                            BatchNumbers& angles) const
     {
-        const BatchVectors& previous = m_points[(corner + kCorners - 1) % kCorners];
-        const BatchVectors& here = m_points[corner];
-        const BatchVectors& next = m_points[(corner + 1) % kCorners];
+        const BatchPoints& previous = m_points[(corner + kCorners - 1) % kCorners];
+        const BatchPoints& here = m_points[corner];
+        const BatchPoints& next = m_points[(corner + 1) % kCorners];
         for (std::size_t i = 0; i < m_size; ++i) {
             angles.values[i] = interiorAngle(previous[i], here[i], next[i], normals[i]);
         }
     }
 
 private:
-    BatchVectors m_points[kCorners];
+    /// As meshes have them; they become doubles where several are worked on at once.
+    using BatchPoints = BatchVectorsOf<float>;
+
+    BatchPoints m_points[kCorners];
     std::uint32_t m_firstCorner[kBatchFaces];
     std::size_t m_size = 0;
 };

@@ -37,14 +37,13 @@ public:
                     m_result.uvs.data(),
                     m_result.isShared.data(),
                     m_mesh.edgeSmooth != nullptr ? m_mesh.edgeSmooth->data() : nullptr};
-        for (std::uint32_t face = 0; face < m_topology.faceCount(); ++face) {
-            const std::uint32_t first = m_topology.loopStart[face];
-            const std::uint32_t end = m_topology.loopStart[face + 1];
-            const bool isTaken = end - first == 4 ? takeFace<4>(lists, first)
-                                                  : end - first == 3 && takeFace<3>(lists, first);
-            if (!isTaken) {
-                return std::nullopt;
-            }
+        const bool haveUvs = m_uvOfCorner != nullptr;
+        const bool isPlain =
+            lists.isSmooth == nullptr
+                ? (haveUvs ? takeFaces<true, true>(lists) : takeFaces<true, false>(lists))
+                : (haveUvs ? takeFaces<false, true>(lists) : takeFaces<false, false>(lists));
+        if (!isPlain) {
+            return std::nullopt;
         }
         m_result.count = lists.count;
         m_result.ofCorners = std::move(m_vertices);
@@ -66,8 +65,30 @@ private:
         std::uint32_t count = 0;
     };
 
-    template<std::uint32_t kCorners>
-    static bool takeFace(Lists& lists, std::uint32_t first)
+    /// Compiled for meshes with and without hard edges and texture coordinates.
+    template<bool kAreAllSmooth, bool kHaveUvs>
+    bool takeFaces(Lists& result) const
+    {
+        Lists lists = result;
+        const std::uint32_t* const loopStart = m_topology.loopStart.data();
+        const std::uint32_t faceCount = m_topology.faceCount();
+        for (std::uint32_t face = 0; face < faceCount; ++face) {
+            const std::uint32_t first = loopStart[face];
+            const std::uint32_t end = loopStart[face + 1];
+            const bool isTaken =
+                end - first == 4
+                    ? takeFace<4, kAreAllSmooth, kHaveUvs>(lists, first)
+                    : end - first == 3 && takeFace<3, kAreAllSmooth, kHaveUvs>(lists, first);
+            if (!isTaken) {
+                return false;
+            }
+        }
+        result.count = lists.count;
+        return true;
+    }
+
+    template<std::uint32_t kCorners, bool kAreAllSmooth, bool kHaveUvs>
+    [[gnu::always_inline]] static bool takeFace(Lists& lists, std::uint32_t first)
     {
         std::uint32_t edges[kCorners];
         bool isKnown[kCorners]; // before this face
@@ -80,26 +101,30 @@ private:
         }
         bool isPlain = true;
         for (std::uint32_t k = 0; k < kCorners; ++k) {
-            isPlain &=
-                takeCorner(lists, first + k, isKnown[k] | isKnown[(k + kCorners - 1) % kCorners]);
-            lists.isKnownEdge[edges[k]] |= lists.isSmooth != nullptr ? lists.isSmooth[edges[k]] : 1;
+            isPlain &= takeCorner<kHaveUvs>(lists, first + k,
+                                            isKnown[k] | isKnown[(k + kCorners - 1) % kCorners]);
+            if constexpr (kAreAllSmooth) {
+                lists.isKnownEdge[edges[k]] = 1;
+            } else {
+                lists.isKnownEdge[edges[k]] |= lists.isSmooth[edges[k]];
+            }
         }
         return isPlain;
     }
 
-    static bool takeCorner(Lists& lists, std::uint32_t corner, bool isJoined)
+    template<bool kHaveUvs>
+    [[gnu::always_inline]] static bool takeCorner(Lists& lists, std::uint32_t corner, bool isJoined)
     {
         const std::uint32_t vertex = lists.vertices[corner];
         if (lists.places[vertex] == PlainVertices::kUnused) {
             lists.places[vertex] = lists.count++;
-            if (lists.uvOfCorner != nullptr) {
+            if constexpr (kHaveUvs) {
                 lists.uvs[vertex] = lists.uvOfCorner[corner];
             }
             return true;
         }
         lists.isShared[vertex] = 1;
-        return isJoined &&
-               (lists.uvOfCorner == nullptr || lists.uvs[vertex] == lists.uvOfCorner[corner]);
+        return isJoined && (!kHaveUvs || lists.uvs[vertex] == lists.uvOfCorner[corner]);
     }
 
     const MeshData& m_mesh;
