@@ -1,12 +1,12 @@
 #include "host/eval/Evaluator.h"
 
+#include "host/eval/EvaluatorContext.h"
 #include "host/eval/convertValue.h"
 #include "host/eval/outputNames.h"
 #include "host/eval/plugSource.h"
 #include "host/geometry/mesh/MeshData.h"
 
 #include <algorithm>
-#include <array>
 
 namespace host::eval {
 
@@ -27,9 +27,6 @@ constexpr std::uint32_t kMaxAttempts = 100000;
 constexpr std::size_t kMaxPassedInputs = 64;
 
 constexpr std::uint32_t kNoConnection = 0xffffffff;
-
-/// Compounds around an attribute.
-constexpr std::size_t kMaxNesting = 12;
 
 std::uint64_t keyOf(NodeId node, SlotId slot)
 {
@@ -56,177 +53,6 @@ std::string_view typeWord(const Node& node)
 }
 
 } // namespace
-
-/// The answers to one computation: every input is fetched, or requested when it is not there yet.
-class Evaluator::Context final : public ComputeContext {
-public:
-    Context(Evaluator& evaluator, const Plug& plug, const OutputEntry& entry)
-        : m_evaluator(evaluator)
-        , m_plug(plug)
-        , m_entry(entry)
-        , m_inputs(evaluator.inputsOf(plug.node))
-    {
-    }
-
-    std::size_t output() const override { return m_entry.output; }
-    std::int32_t index() const override { return m_plug.index; }
-    bool isComplete() const override { return m_evaluator.m_requests.empty(); }
-
-    Value input(std::size_t position) override
-    {
-        const AttributeIndex attribute = (*m_entry.inputs)[position].attribute;
-        if (attribute == kNoAttribute) {
-            return {};
-        }
-        return m_evaluator.fetch({m_plug.node, attribute, kNoSlot, -1}).value_or(Value());
-    }
-
-    bool isConnected(std::size_t position) override
-    {
-        const InputEntry& entry = (*m_entry.inputs)[position];
-        return m_inputs.connected.mayMeet(entry.ways) &&
-               sourceOf(m_evaluator.m_graph, {m_plug.node, entry.attribute, kNoSlot, -1});
-    }
-
-    double number(std::size_t position, double fallback) override
-    {
-        const InputEntry& entry = (*m_entry.inputs)[position];
-        if (m_inputs.connected.mayMeet(entry.ways) || !entry.isPlainNumber) {
-            return input(position).number(fallback);
-        }
-        if (!m_inputs.present.mayHave(entry.attribute)) {
-            return entry.initial;
-        }
-        const SlotId slot =
-            m_evaluator.m_graph.findSlot({m_plug.node, entry.attribute, kNoSlot, -1});
-        return slot == kNoSlot
-                   ? entry.initial
-                   : m_evaluator.m_graph.node(m_plug.node).slots[slot].value.number(entry.initial);
-    }
-
-    const NumericArray* array(std::size_t position, std::span<const std::int32_t> outer) override
-    {
-        const AttributeIndex attribute = (*m_entry.inputs)[position].attribute;
-        if (attribute == kNoAttribute) {
-            return nullptr;
-        }
-        const Plug plug =
-            outer.empty() ? Plug{m_plug.node, attribute, kNoSlot, -1} : plugInside(position, outer);
-        return m_evaluator.m_graph.findNumericArray(plug);
-    }
-
-    std::vector<InnerArray> innerArrays(std::size_t position) override
-    {
-        const AttributeIndex attribute = (*m_entry.inputs)[position].attribute;
-        return m_evaluator.innerArraysOf(m_plug.node, attribute);
-    }
-
-    std::vector<std::int32_t> elementIndices(std::size_t position,
-                                             std::span<const std::int32_t> outer) override
-    {
-        const Plug plug = plugInside(position, outer);
-        return plug ? m_evaluator.elementsOf(plug) : std::vector<std::int32_t>();
-    }
-
-    std::vector<std::int32_t> connectedIndices(std::size_t position,
-                                               std::span<const std::int32_t> outer) override
-    {
-        const Plug plug = m_inputs.connected.isEmpty() ? Plug{} : plugInside(position, outer);
-        return plug ? m_evaluator.connectedElementsOf(plug) : std::vector<std::int32_t>();
-    }
-
-    Value element(std::size_t position, std::span<const std::int32_t> indices) override
-    {
-        const Plug plug = plugInside(position, indices);
-        return plug ? m_evaluator.fetch(plug).value_or(Value()) : Value();
-    }
-
-    std::shared_ptr<const void>& kept() override { return m_evaluator.m_kept[m_plug.node]; }
-
-    Matrix4 worldMatrixOf(const geometry::ShapeMark& mark) override
-    {
-        const auto node = static_cast<graph::NodeId>(mark.node - 1);
-        return mark.node > 0 && node < m_evaluator.m_graph.nodeCount()
-                   ? worldMatrixAt(node, mark.instance)
-                   : Matrix4{};
-    }
-
-    Matrix4 parentWorldMatrix() override
-    {
-        const auto instance = static_cast<std::uint32_t>(std::max(0, m_plug.index));
-        const InstanceTable::Step above = m_evaluator.m_instances.above(m_plug.node, instance);
-        if (above.parent == graph::kNoNode || above.parent == graph::kWorld) {
-            return {};
-        }
-        return worldMatrixAt(above.parent, static_cast<std::int32_t>(above.instance));
-    }
-
-    std::int32_t nodeNumber() const override { return static_cast<std::int32_t>(m_plug.node) + 1; }
-
-    std::int64_t time() override
-    {
-        m_evaluator.m_currentUsesTime = true;
-        return m_evaluator.m_time;
-    }
-
-    void noteLack(Lack lack) override
-    {
-        m_isUncomputed = true;
-        if (lack != Lack::Unsaid) {
-            m_evaluator.m_lacks.emplace(m_plug.node, lack);
-        }
-        m_evaluator.noteUncomputed(m_plug.node);
-    }
-    bool isUncomputed() const { return m_isUncomputed; }
-
-private:
-    Matrix4 worldMatrixAt(NodeId node, std::int32_t instance)
-    {
-        const AttributeIndex attribute = m_evaluator.m_graph.findAttribute(node, "worldMatrix");
-        if (attribute == kNoAttribute) {
-            return {};
-        }
-        const Plug plug{node, attribute, kNoSlot, instance};
-        const auto matrix = m_evaluator.fetch(plug).value_or(Value()).data<Matrix4>();
-        return matrix != nullptr ? *matrix : Matrix4{};
-    }
-
-    /// The plug that one index per multi leads to on the way down to an input; where the indices
-    /// end early the multi at which they do; null plug when there are too many.
-    Plug plugInside(std::size_t position, std::span<const std::int32_t> indices)
-    {
-        const AttributeIndex attribute = (*m_entry.inputs)[position].attribute;
-        if (attribute == kNoAttribute) {
-            return {};
-        }
-        graph::Graph& graph = m_evaluator.m_graph;
-        std::array<AttributeIndex, kMaxNesting> way{};
-        std::size_t depth = 0;
-        for (AttributeIndex at = attribute; at != kNoAttribute && depth < kMaxNesting;
-             at = graph.attribute(m_plug.node, at).parent) {
-            way[depth++] = at;
-        }
-        Plug plug;
-        std::size_t used = 0;
-        for (; depth > 0; --depth) {
-            const AttributeIndex step = way[depth - 1];
-            plug = plug ? graph.child(plug, step) : Plug{m_plug.node, step, kNoSlot, -1};
-            if (graph.attribute(m_plug.node, step).isMulti) {
-                if (used == indices.size()) {
-                    return plug;
-                }
-                plug = graph.element(plug, indices[used++]);
-            }
-        }
-        return used == indices.size() ? plug : Plug{};
-    }
-
-    Evaluator& m_evaluator;
-    const Plug& m_plug;
-    const OutputEntry& m_entry;
-    const NodeInputs m_inputs; ///< numbers that are surely not connected are read straight away
-    bool m_isUncomputed = false;
-};
 
 Evaluator::Evaluator(graph::Graph& graph, const InstanceTable& instances,
                      std::span<const NodeCompute* const> rows, Diagnostics& diagnostics)

@@ -2,6 +2,7 @@
 set(SOURCES
     ComputeTable.cpp
     Evaluator.cpp
+    EvaluatorContext.cpp
     InstanceTable.cpp
     convertValue.cpp
     outputNames.cpp
