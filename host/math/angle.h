@@ -24,7 +24,11 @@ inline double arcTangentOfSmall(double x)
 
 /// The angle in [0, pi] whose sine and cosine are in the ratio sine : cosine; `sine` >= 0, any
 /// common length. 0 when both are 0. Absolute error below 1e-12.
-inline double angleOf(double sine, double cosine)
+///
+/// Without `kMayFold` the same to its last digit, but only of sines and cosines that are
+/// `isNearAnAxis`.
+template<bool kMayFold = true>
+double angleOf(double sine, double cosine)
 {
     using std::numbers::pi;
     // Folded to the first octant, then to an eighth of pi by atan t = pi/4 + atan((t - 1)/(t + 1)).
@@ -32,15 +36,30 @@ inline double angleOf(double sine, double cosine)
     const double c = std::fabs(cosine);
     const bool isSteep = sine > c;
     const double t = (isSteep ? c : sine) / (isSteep ? sine : c);
-    constexpr double kTangentOfEighth = std::numbers::sqrt2 - 1;
-    const bool isWide = t > kTangentOfEighth;
-    const double folded = (t - 1) / (t + 1);
-    const double rest = arcTangentOfSmall(isWide ? folded : t);
-    const double octant = isWide ? pi / 4 + rest : rest;
+    double octant;
+    if constexpr (kMayFold) {
+        constexpr double kTangentOfEighth = std::numbers::sqrt2 - 1;
+        const bool isWide = t > kTangentOfEighth;
+        const double folded = (t - 1) / (t + 1);
+        const double rest = arcTangentOfSmall(isWide ? folded : t);
+        octant = isWide ? pi / 4 + rest : rest;
+    } else {
+        octant = arcTangentOfSmall(t);
+    }
     const double quadrant = isSteep ? pi / 2 - octant : octant;
     const double angle = cosine < 0 ? pi - quadrant : quadrant;
     const double atRight = sine > 0 ? pi / 2 : 0;
     return cosine == 0 ? atRight : angle;
+}
+
+/// Whether an angle is less than about an eighth of pi away from 0, a right one or pi, so that
+/// `angleOf` has nothing to fold; sometimes false though it is. `sine` is not subnormal.
+inline bool isNearAnAxis(double sine, double cosine)
+{
+    constexpr double kRatio = 0.41; // less than the tangent of an eighth of pi
+    const double c = std::fabs(cosine);
+    // "|", since a branch would keep a processor from looking at several at once
+    return (sine <= kRatio * c) | (c <= kRatio * sine);
 }
 
 struct SineCosine {

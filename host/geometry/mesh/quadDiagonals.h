@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 
 namespace host::geometry {
 
@@ -109,6 +110,9 @@ struct QuadShapes {
     BatchNumbers areas;     ///<
     BatchNumbers angles[4]; ///< as `interiorAngle` has them
     Diagonals diagonals;
+    // On the way to the angles, which are sines by then:
+    BatchNumbers cosines[4]; ///< as long as those
+    BatchNumbers turns[4];   ///< below zero: the corner is reflex
 };
 
 /// Diagonals of quads; the lengths of the turns are the sines of the angles at the corners by those
@@ -128,19 +132,26 @@ struct QuadShapes {
     }
 }
 
-/// `interiorAngle` at a corner, by the sides that meet there and how the face turns.
-[[gnu::always_inline]] inline double angleAt(const Vec3d& arriving, const Vec3d& leaving,
-                                             const Vec3d& turn, double turnLength,
-                                             const Vec3d& normal)
+/// `interiorAngle` at the corners of a batch, by how they turn.
+template<bool kMayFold>
+[[gnu::always_inline]] inline void findAnglesOf(std::size_t quads, QuadShapes& __restrict found)
 {
-    const double angle = angleOf(turnLength, -dot(leaving, arriving));
-    return dot(turn, normal) < 0 ? 2 * std::numbers::pi - angle : angle;
+    for (std::size_t k = 0; k < 4; ++k) {
+        double* const angles = found.angles[k].values;
+        const double* const cosines = found.cosines[k].values;
+        const double* const turns = found.turns[k].values;
+        for (std::size_t i = 0; i < quads; ++i) {
+            const double angle = angleOf<kMayFold>(angles[i], cosines[i]);
+            angles[i] = turns[i] < 0 ? 2 * std::numbers::pi - angle : angle;
+        }
+    }
 }
 
 /// All of it at once.
 [[gnu::always_inline]] inline void findShapesOf(const FaceBatch<4>& __restrict quads,
                                                 QuadShapes& __restrict found)
 {
+    std::int64_t foldedCount = 0; // angles that cost a division more; of meshes like grids none
     for (std::size_t i = 0; i < quads.size(); ++i) {
         const Vec3d a = quads.point(0, i);
         const Vec3d b = quads.point(1, i);
@@ -156,14 +167,24 @@ struct QuadShapes {
         found.areas.values[i] = area;
         const double turnB = length(sides.atB);
         const double turnC = length(sides.atC);
-        found.angles[0].values[i] =
-            angleAt(sides.da, sides.ab, sides.atA, length(sides.atA), normal);
-        found.angles[1].values[i] = angleAt(sides.ab, sides.bc, sides.atB, turnB, normal);
-        found.angles[2].values[i] = angleAt(sides.bc, sides.cd, sides.atC, turnC, normal);
-        found.angles[3].values[i] =
-            angleAt(sides.cd, sides.da, sides.atD, length(sides.atD), normal);
+        const double sines[4] = {length(sides.atA), turnB, turnC, length(sides.atD)};
+        const double cosines[4] = {-dot(sides.ab, sides.da), -dot(sides.bc, sides.ab),
+                                   -dot(sides.cd, sides.bc), -dot(sides.da, sides.cd)};
+        const double turns[4] = {dot(sides.atA, normal), dot(sides.atB, normal),
+                                 dot(sides.atC, normal), dot(sides.atD, normal)};
+        for (std::size_t k = 0; k < 4; ++k) {
+            found.angles[k].values[i] = sines[k];
+            found.cosines[k].values[i] = cosines[k];
+            found.turns[k].values[i] = turns[k];
+            foldedCount += isNearAnAxis(sines[k], cosines[k]) ? 0 : 1;
+        }
         found.diagonals.leastTurn[i] = sides.leastTurn(vector);
         found.diagonals.isSecond[i] = isFirstBetter(sides, c - a, d - b, turnB, turnC) ? 0.0 : 1.0;
+    }
+    if (foldedCount == 0) {
+        findAnglesOf<false>(quads.size(), found);
+    } else {
+        findAnglesOf<true>(quads.size(), found);
     }
 }
 

@@ -17,6 +17,26 @@ TEST(Angle, AgreesWithTheArcTangentAllRound)
     }
 }
 
+TEST(Angle, NearAnAxisIsTheSameWithoutFolding)
+{
+    int near = 0;
+    for (int i = 0; i <= 20000; ++i) {
+        const double angle = std::numbers::pi * i / 20000;
+        const double size = i % 2 == 0 ? 1e-30 : 7e20;
+        const double sine = size * std::fabs(std::sin(angle));
+        const double cosine = size * std::cos(angle);
+        if (isNearAnAxis(sine, cosine)) {
+            ++near;
+            ASSERT_EQ(angleOf<false>(sine, cosine), angleOf(sine, cosine)) << angle;
+        }
+    }
+    // atan(0.41) is 22.294 degrees: of each quadrant's 90 twice as many.
+    EXPECT_NEAR(near / 20001.0, 2 * 22.294 / 90, 1e-3);
+    EXPECT_TRUE(isNearAnAxis(0, 0));
+    EXPECT_EQ(angleOf<false>(0, 0), 0);
+    EXPECT_FALSE(isNearAnAxis(std::numeric_limits<double>::quiet_NaN(), 1));
+}
+
 TEST(Angle, RightAndStraightAnglesAreExact)
 {
     EXPECT_EQ(angleOf(3, 0), std::numbers::pi / 2);
