@@ -9,9 +9,21 @@ cmake --preset fuzz >/dev/null
 seconds=${1:-60}
 [ $# -lt 2 ] && set -- "$seconds" ascii binary history
 shift
-failed=0
 for subject in "$@"; do
     cmake --build --preset fuzz --target "${subject}_fuzzer"
-    tests/fuzz/run_fuzzer.sh "build/fuzz/bin/${subject}_fuzzer" "$seconds" || failed=1
+done
+# side by side: each keeps one core busy
+jobs=
+for subject in "$@"; do
+    tests/fuzz/run_fuzzer.sh "build/fuzz/bin/${subject}_fuzzer" "$seconds" >"build/fuzz/$subject.log" 2>&1 &
+    jobs="$jobs $!"
+done
+failed=0
+for job in $jobs; do
+    wait "$job" || failed=1
+done
+for subject in "$@"; do
+    echo "== fuzzed $subject"
+    tail -n 40 "build/fuzz/$subject.log"
 done
 exit $failed
