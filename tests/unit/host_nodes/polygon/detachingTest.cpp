@@ -4,6 +4,7 @@
 #include "host/nodes/polygon/topology/polygonTopologyTypes.h"
 #include "tests/support/ToyContext.h"
 #include "tests/unit/host_geometry/mesh/edit/flatMesh.h"
+#include "tests/unit/host_nodes/polygon/meshOperation.h"
 
 namespace host::nodes {
 namespace {
@@ -11,18 +12,6 @@ namespace {
 using geometry::MeshData;
 using geometry::test::grid;
 using test::ToyContext;
-using Mesh = Shared<MeshData>;
-
-Mesh outputOf(ToyContext& context)
-{
-    return context.compute("output").data<MeshData>();
-}
-
-void setInput(ToyContext& context, MeshData mesh, std::vector<std::string> components)
-{
-    context.values["inputPolymesh"] = Value::of(std::move(mesh));
-    context.values["inputComponents"] = Value::of(ComponentList{std::move(components)});
-}
 
 /// Half of the 760 triangles of a sphere of twenty by twenty; each step takes two.
 TEST(PolyReduce, aPartOfTheTriangles)

@@ -4,6 +4,7 @@
 #include "host/nodes/polygon/topology/polygonTopologyTypes.h"
 #include "tests/support/ToyContext.h"
 #include "tests/unit/host_geometry/mesh/edit/flatMesh.h"
+#include "tests/unit/host_nodes/polygon/meshOperation.h"
 
 #include <numbers>
 
@@ -15,18 +16,6 @@ using geometry::test::grid;
 using geometry::test::Loop;
 using geometry::test::outerLoops;
 using test::ToyContext;
-using Mesh = Shared<MeshData>;
-
-Mesh outputOf(ToyContext& context)
-{
-    return context.compute("output").data<MeshData>();
-}
-
-void setInput(ToyContext& context, MeshData mesh, std::vector<std::string> components)
-{
-    context.values["inputPolymesh"] = Value::of(std::move(mesh));
-    context.values["inputComponents"] = Value::of(ComponentList{std::move(components)});
-}
 
 NumericArray numbers(const std::vector<std::int32_t>& values)
 {
