@@ -16,6 +16,11 @@ else()
         target_compile_options(orv_flags INTERFACE -Wno-restrict) # GCC 12 reports plain std::string concatenation
     endif()
 endif()
+if(MINGW AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # An inline function is compiled in several files, and the linker keeps one of them. For Windows, GCC takes its own
+    # to be the one and relies on which registers that leaves alone; where the kept one uses others, callers go astray.
+    add_compile_options(-fno-ipa-ra -fno-ipa-stack-alignment)
+endif()
 if(MINGW)
     # printf of the C99 kind, wide entry points, and programs that need no DLL of the compiler beside them
     target_compile_definitions(orv_flags INTERFACE __USE_MINGW_ANSI_STDIO=1 NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601)
