@@ -3,12 +3,12 @@
 //
 //   bench_kernels [RUNS [kernels|chains [NAME]]]
 //
-// Meshes are planes of about 10,000, 100,000 and 1,000,000 quads with waves and texture
-// coordinates. Prints for each operation the median of alternating runs, the time per face of the
-// mesh, that in copies of the mesh, and the growth of the time per face from the smallest mesh to
-// the largest. Chains are evaluated by a session from a scene file: 900 edits of one component each
-// on 100,000 faces, of one kind or mixed, against scenes with one of them. Where OpenSubdiv is
-// installed, one step of its uniform refinement stands beside ours.
+// Meshes are planes with waves and texture coordinates: one of 1,000,000 quads, ten of about
+// 100,000, a hundred of 10,000. Prints for each operation the median of alternating runs over all
+// meshes of a size, the time per face, that in copies of the meshes, and the growth of the time per
+// face from the smallest meshes to the largest. Chains are evaluated by a session from a scene file:
+// 900 edits of one component each on 100,000 faces, of one kind or mixed, against scenes with one
+// of them. Where OpenSubdiv is installed, one step of its uniform refinement stands beside ours.
 #include "host/geometry/mesh/edit/bevelEdges.h"
 #include "host/geometry/mesh/edit/extrudeFaces.h"
 #include "host/geometry/mesh/edit/uniteMeshes.h"
@@ -217,18 +217,41 @@ void refineByPeer(const MeshData& mesh)
 }
 #endif
 
-/// Seconds of each kernel (and of the peer behind them) on one mesh: medians of alternating runs.
-std::vector<double> measure(const std::vector<Kernel>& all, const MeshData& mesh, int runs)
+/// As many meshes of a size as make a million faces: every size so works on, and makes, as much
+/// memory as the others, and none of them lives in the processor's cache alone.
+std::vector<SharedMesh> millionFaces(std::uint32_t columns)
+{
+    const SharedMesh mesh = wavyPlane(columns);
+    const std::uint32_t faces = columns * columns;
+    std::vector<SharedMesh> meshes((1'000'000 + faces / 2) / faces);
+    std::generate(meshes.begin(), meshes.end(), [&mesh] { return deepCopy(*mesh); });
+    return meshes;
+}
+
+/// Seconds of each kernel (and of the peer behind them) on all of the meshes, whose results stay
+/// until the last one is done: medians of alternating runs.
+std::vector<double> measure(const std::vector<Kernel>& all, const std::vector<SharedMesh>& meshes,
+                            int runs)
 {
     std::vector<std::vector<double>> seconds(all.size() + 1);
+    std::vector<SharedMesh> results(meshes.size());
     for (int run = 0; run < runs; ++run) {
         for (std::size_t i = 0; i < all.size(); ++i) {
-            SharedMesh result;
-            seconds[i].push_back(secondsOf([&] { result = all[i].run(mesh); }));
-            require(result != nullptr, all[i].name);
+            seconds[i].push_back(secondsOf([&] {
+                std::transform(meshes.begin(), meshes.end(), results.begin(),
+                               [&](const SharedMesh& mesh) { return all[i].run(*mesh); });
+            }));
+            for (SharedMesh& result : results) {
+                require(result != nullptr, all[i].name);
+                result.reset();
+            }
         }
 #ifdef ORV_OPENSUBDIV
-        seconds.back().push_back(secondsOf([&] { refineByPeer(mesh); }));
+        seconds.back().push_back(secondsOf([&] {
+            for (const SharedMesh& mesh : meshes) {
+                refineByPeer(*mesh);
+            }
+        }));
 #else
         seconds.back().push_back(0);
 #endif
@@ -248,12 +271,11 @@ void measureKernels(int runs, std::string_view name)
     std::array<std::vector<double>, kColumns.size()> perFace;
     std::array<std::vector<double>, kColumns.size()> seconds;
     for (std::size_t size = 0; size < kColumns.size(); ++size) {
-        const SharedMesh mesh = wavyPlane(kColumns[size]);
-        // small meshes more often: each size works about as long
-        const int more = static_cast<int>(kColumns.back() / kColumns[size]);
-        seconds[size] = measure(all, *mesh, std::min(runs * more, 3 * runs));
+        const std::vector<SharedMesh> meshes = millionFaces(kColumns[size]);
+        seconds[size] = measure(all, meshes, runs);
+        const double faces = static_cast<double>(meshes.size()) * kColumns[size] * kColumns[size];
         for (const double one : seconds[size]) {
-            perFace[size].push_back(one / mesh->topology->faceCount() * 1e9);
+            perFace[size].push_back(one / faces * 1e9);
         }
     }
 #ifdef ORV_OPENSUBDIV
