@@ -29,6 +29,21 @@ MObject allFaces(const MFnMesh& mesh)
     return component;
 }
 
+/// Whether all vertices are used, and their numbers by first use already: most extractors of
+/// meshes that share all corners number so.
+bool isByFirstUse(const std::vector<std::int32_t>& indices, std::size_t vertexCount)
+{
+    std::uint32_t next = 0;
+    for (const std::int32_t signedIndex : indices) {
+        const auto index = static_cast<std::uint32_t>(signedIndex);
+        if (index > next) { // negative ones, too
+            return false;
+        }
+        next += index == next ? 1U : 0U;
+    }
+    return next == vertexCount && indices.size() % 3 == 0;
+}
+
 /// Where the vertices of a mesh go: by the first use of each.
 struct NewOrder {
     std::vector<std::int32_t> of; ///< by old vertex; kUnused: nowhere
@@ -166,7 +181,9 @@ void HWMeshExtractor::extract(const MDagPath& path,
         FILE_LOG(WARNING) << "handle Error";
         return;
     }
-    reorder(buffers, renumber(indices, extractor.vertexCount()));
+    if (!isByFirstUse(indices, extractor.vertexCount())) {
+        reorder(buffers, renumber(indices, extractor.vertexCount()));
+    }
     object->setVertices(std::move(buffers.positions));
     object->setNormals(std::move(buffers.normals));
     object->setUVs(std::move(buffers.uvs));
