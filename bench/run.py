@@ -21,18 +21,34 @@ ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 class Timed:
     """Medians over several runs of a command: wall seconds and peak resident bytes."""
 
-    def __init__(self, command, runs, env=None):
-        seconds, peaks = [], []
-        for _ in range(runs):
-            start = time.perf_counter()
-            process = subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, env=env)
-            _, status, usage = os.wait4(process.pid, 0)
-            seconds.append(time.perf_counter() - start)
-            peaks.append(usage.ru_maxrss * 1024)
-            if status:
-                sys.exit('failed (%d): %s' % (status, ' '.join(command)))
-        self.seconds = statistics.median(seconds)
-        self.peak = statistics.median(peaks)
+    def __init__(self, runs):
+        self.seconds = statistics.median(seconds for seconds, _ in runs)
+        self.peak = statistics.median(peak for _, peak in runs)
+
+
+class Command:
+    """A program with its arguments, and the file that it writes."""
+
+    def __init__(self, arguments, output=None, env=None):
+        self.arguments, self.output, self.env = arguments, output, env
+
+    def run(self):
+        # a new file each time: cutting an old one short waits until the disk has taken it
+        if self.output and os.path.exists(self.output):
+            os.remove(self.output)
+        start = time.perf_counter()
+        process = subprocess.Popen(self.arguments, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, env=self.env)
+        _, status, usage = os.wait4(process.pid, 0)
+        seconds = time.perf_counter() - start
+        if status:
+            sys.exit('failed (%d): %s' % (status, ' '.join(self.arguments)))
+        return seconds, usage.ru_maxrss * 1024
+
+
+def timed(runs, *commands):
+    """Commands in turn, several times, so that all of them meet the same hours of a machine."""
+    rounds = [[command.run() for command in commands] for _ in range(runs)]
+    return [Timed(of_command) for of_command in zip(*rounds)]
 
 
 def importer_arguments(settings):
@@ -75,22 +91,21 @@ def run(options, program, path):
     size = os.path.getsize(path('mesh.ma'))
     print('mesh scene: %.1f MB of Maya ASCII, %.1f MB of .obj' % (size / 1e6, os.path.getsize(path('mesh.obj')) / 1e6))
 
-    def convert(scene, output, runs, settings=None):
+    def convert(scene, output, settings=None):
         settings = {0: '7', 4: 'ERROR', 11: path(scene), 12: path(output), **(settings or {})}
-        return Timed([program('maya_importer')] + importer_arguments(settings), runs, env)
+        return Command([program('maya_importer')] + importer_arguments(settings), path(output), env)
 
     rates = subprocess.check_output([program('bench_read_rate'), path('mesh.ma')], text=True)
     print(rates, end='')
     ratio = float([line.split()[1] for line in rates.splitlines() if line.startswith('ratio')][0])
     bar('(a) reading rate / bare walk with fast_float', ratio, 0.8, at_least=True)
 
-    ours = convert('mesh.ma', 'mesh.obx', options.runs)
+    ours, tiny = timed(options.runs, convert('mesh.ma', 'mesh.obx'), Command([program('bench_load_obj'), path('mesh.obj')]))
     output = os.path.getsize(path('mesh.obx'))
-    tiny = Timed([program('bench_load_obj'), path('mesh.obj')], options.runs)
     print('whole conversion %.3f s, tinyobjloader load %.3f s' % (ours.seconds, tiny.seconds))
     bar('(b) whole conversion / tinyobjloader load of the .obj', ours.seconds / tiny.seconds, 1 / 3)
     if shutil.which('assimp'):
-        assimp = Timed(['assimp', 'export', path('mesh.obj'), path('mesh.glb')], 1)
+        assimp, = timed(1, Command(['assimp', 'export', path('mesh.obj'), path('mesh.glb')], path('mesh.glb')))
         print('assimp export %.3f s' % assimp.seconds)
         bar('(b) whole conversion / assimp export of the .obj to .glb', ours.seconds / assimp.seconds, 1 / 8)
     print('peak %.1f MB, input + output %.1f MB' % (ours.peak / 1e6, (size + output) / 1e6))
@@ -99,15 +114,14 @@ def run(options, program, path):
     per_node = []
     for count in (10000, 100000, 1000000):
         subprocess.check_call([program('bench_make_scene'), 'nodes', str(count), path('nodes.ma')])
-        timed = convert('nodes.ma', 'nodes.obx', options.runs if count < 1000000 else 3)
-        per_node.append(timed.seconds / count)
-        print('%8d nodes: %.3f us a node, peak %.1f MB' % (count, per_node[-1] * 1e6, timed.peak / 1e6))
+        nodes, = timed(options.runs if count < 1000000 else 3, convert('nodes.ma', 'nodes.obx'))
+        per_node.append(nodes.seconds / count)
+        print('%8d nodes: %.3f us a node, peak %.1f MB' % (count, per_node[-1] * 1e6, nodes.peak / 1e6))
     bar('(d) time a node, largest / smallest', max(per_node) / min(per_node), 1.5)
 
     with open(path('tiny.ma'), 'w') as tiny_scene:
         tiny_scene.write('//Maya ASCII 2018 scene\nrequires maya "2018";\ncreateNode transform -n "a";\n')
-    empty = Timed([program('bench_empty_program')], 50)
-    start = convert('tiny.ma', 'tiny.obx', 50)
+    empty, start = timed(50, Command([program('bench_empty_program')]), convert('tiny.ma', 'tiny.obx'))
     print('empty program %.2f ms, tiny scene %.2f ms' % (empty.seconds * 1e3, start.seconds * 1e3))
     bar('(e) tiny scene / empty program', start.seconds / empty.seconds, 10)
     sampling(options, program, path, convert)
@@ -127,8 +141,7 @@ def binary(options, program, path, convert):
     ratio = float([line.split()[1] for line in rates.splitlines() if line.startswith('ratio')][0])
     bar('(h) decoding rate of .mb / memcpy of the same bytes', ratio, 0.1, at_least=True)
 
-    text = convert('twin.ma', 'twin.ma.obx', options.runs)
-    binary_form = convert('twin.mb', 'twin.mb.obx', options.runs)
+    text, binary_form = timed(options.runs, convert('twin.ma', 'twin.ma.obx'), convert('twin.mb', 'twin.mb.obx'))
     with open(path('twin.ma.obx'), 'rb') as of_text, open(path('twin.mb.obx'), 'rb') as of_binary:
         if of_text.read().replace(b'twin.ma', b'twin.mb') != of_binary.read():
             sys.exit('the .mb and the .ma gave different scenes')
@@ -156,7 +169,7 @@ def operations(program, runs):
     ratios = dict(line.split() for line in figures.splitlines() if line.startswith(('chain-', 'growth-')))
     for name, ratio in ratios.items():
         if name.startswith('growth-'):
-            print('%-58s %8.3f' % ('(j) time a face of %s, 1,000,000 / 10,000 faces' % name[7:], float(ratio)))
+            bar('(j) %s: time a face, 1 of 1,000,000 / 100 of 10,000' % name[7:], float(ratio), 1.5)
     bar('(k) 900 small edits of different kinds / one', float(ratios['chain-mixed']), 30)
 
 
@@ -166,8 +179,8 @@ def sampling(options, program, path, convert):
     for count, others in ((1000, 0), (500, 0), (1000, 100000)):
         subprocess.check_call([program('bench_make_scene'), 'animated', str(count), str(others), str(frames),
                                path('animated.ma')])
-        still = convert('animated.ma', 'animated.obx', options.runs, {10: '1'})
-        moving = convert('animated.ma', 'animated.obx', options.runs)
+        still, moving = timed(options.runs, convert('animated.ma', 'still.obx', {10: '1'}),
+                              convert('animated.ma', 'animated.obx'))
         costs[count, others] = (moving.seconds - still.seconds) / (count * frames) * 1e6
         print('%4d animated transforms among %6d others, %d frames: %.3f s still, %.3f s sampled, %.3f us a sample'
               % (count, others, frames, still.seconds, moving.seconds, costs[count, others]))
