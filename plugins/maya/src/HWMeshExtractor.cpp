@@ -29,8 +29,8 @@ MObject allFaces(const MFnMesh& mesh)
     return component;
 }
 
-/// Whether all vertices are used, and their numbers by first use already: most extractors of
-/// meshes that share all corners number so.
+/// Whether all vertices are used and numbered by first use already, as those of whole meshes often
+/// are.
 bool isByFirstUse(const std::vector<std::int32_t>& indices, std::size_t vertexCount)
 {
     std::uint32_t next = 0;

@@ -2,11 +2,13 @@
 // here; numbers are those of Boost, so that nothing has to be linked.
 #include "host/geometry/mesh/boolean/cutSolids.h"
 
-#include <CGAL/Exact_predicates_exact_constructions_kernel.h>
+#include <CGAL/Lazy_kernel.h>
 #include <CGAL/Polygon_mesh_processing/corefinement.h>
 #include <CGAL/Polygon_mesh_processing/self_intersections.h>
+#include <CGAL/Simple_cartesian.h>
 #include <CGAL/Surface_mesh.h>
 #include <CGAL/assertions_behaviour.h>
+#include <CGAL/boost_mp.h>
 #include <CGAL/box_intersection_d.h>
 
 #include <array>
@@ -17,7 +19,9 @@
 namespace host::geometry {
 namespace {
 
-using Kernel = CGAL::Exact_predicates_exact_constructions_kernel;
+/// Exact numbers are fractions in lowest terms. Those of the library's usual kernel are not reduced
+/// without GMP: of two solids that nearly touch they grow until a single sum takes seconds.
+using Kernel = CGAL::Lazy_kernel<CGAL::Simple_cartesian<boost::multiprecision::cpp_rational>>;
 using Point = Kernel::Point_3;
 using Mesh = CGAL::Surface_mesh<Point>;
 using Face = Mesh::Face_index;
