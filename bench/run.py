@@ -111,10 +111,12 @@ def run(options, program, path):
     print('peak %.1f MB, input + output %.1f MB' % (ours.peak / 1e6, (size + output) / 1e6))
     bar('(c) peak memory / (input + output)', ours.peak / (size + output), 1.2)
 
+    counts = (10000, 100000, 1000000)
+    for count in counts:
+        subprocess.check_call([program('bench_make_scene'), 'nodes', str(count), path('nodes%d.ma' % count)])
     per_node = []
-    for count in (10000, 100000, 1000000):
-        subprocess.check_call([program('bench_make_scene'), 'nodes', str(count), path('nodes.ma')])
-        nodes, = timed(options.runs if count < 1000000 else 3, convert('nodes.ma', 'nodes.obx'))
+    scenes = [convert('nodes%d.ma' % count, 'nodes%d.obx' % count) for count in counts]
+    for count, nodes in zip(counts, timed(options.runs, *scenes)):
         per_node.append(nodes.seconds / count)
         print('%8d nodes: %.3f us a node, peak %.1f MB' % (count, per_node[-1] * 1e6, nodes.peak / 1e6))
     bar('(d) time a node, largest / smallest', max(per_node) / min(per_node), 1.5)
