@@ -6,9 +6,10 @@
 // Meshes are planes with waves and texture coordinates: one of 1,000,000 quads, ten of about
 // 100,000, a hundred of 10,000. Prints for each operation the median of alternating runs over all
 // meshes of a size, the time per face, that in copies of the meshes, and the growth of the time per
-// face from the smallest meshes to the largest. Chains are evaluated by a session from a scene file:
-// 900 edits of one component each on 100,000 faces, of one kind or mixed, against scenes with one
-// of them. Where OpenSubdiv is installed, one step of its uniform refinement stands beside ours.
+// face from the smallest meshes to the largest. Chains are evaluated by a session from a scene
+// file: 900 edits of one component each on 100,000 faces, of one kind or mixed, against scenes with
+// one of them. Where OpenSubdiv is installed, one step of its uniform refinement stands beside
+// ours.
 #include "host/geometry/mesh/edit/bevelEdges.h"
 #include "host/geometry/mesh/edit/extrudeFaces.h"
 #include "host/geometry/mesh/edit/uniteMeshes.h"
