@@ -2,7 +2,7 @@
 
 #include "host/geometry/mesh/MeshData.h"
 #include "host/geometry/mesh/buildTopology.h"
-
+#include "host/session/plugLookup.h"
 #include "host/support/wideProcessors.h"
 
 #include <algorithm>
@@ -136,13 +136,6 @@ void reserveFaces(PolyFaces& faces, const PolyFaces& first, std::size_t cornersA
     }
 }
 
-/// An attribute of a node itself; no plug if there is none.
-Plug plugOf(const Graph& graph, NodeId node, std::string_view name)
-{
-    const AttributeIndex attribute = graph.findAttribute(node, name);
-    return attribute == kNoAttribute ? Plug{} : Plug{node, attribute, kNoSlot, -1};
-}
-
 /// Takes a mesh's raw numbers out of the graph and joins them.
 class MeshAssembly {
 public:
@@ -154,7 +147,7 @@ public:
     const std::string& damage() const { return m_damage; }
 
 private:
-    Plug plug(std::string_view name) const { return plugOf(m_graph, m_node, name); }
+    Plug plug(std::string_view name) const { return topPlug(m_graph, m_node, name); }
     /// The numbers of a multi as one block, `width` for each element, and the multi emptied.
     template<class T>
     std::vector<T> take(const Plug& from, std::size_t width, T fallback);
@@ -391,8 +384,8 @@ bool StoredMeshes::mayTake(std::string_view attribute)
 bool StoredMeshes::append(Graph& graph, const Plug& array, std::uint32_t first,
                           const file::NumberBlock& numbers, std::size_t elementsAhead)
 {
-    const bool arePoints = array == plugOf(graph, array.node, kPoints);
-    if (!arePoints && array != plugOf(graph, array.node, kEdges)) {
+    const bool arePoints = array == topPlug(graph, array.node, kPoints);
+    if (!arePoints && array != topPlug(graph, array.node, kEdges)) {
         return false;
     }
     const NumberStorage storage = arePoints ? NumberStorage::Float : NumberStorage::Int32;
@@ -443,10 +436,10 @@ void StoredMeshes::putEdgesInGraph(Graph& graph, const Plug& array, Lists& lists
 void StoredMeshes::putAllInGraph(Graph& graph, NodeId mesh, Lists& lists)
 {
     if (!lists.points.empty()) {
-        putPointsInGraph(graph, plugOf(graph, mesh, kPoints), lists);
+        putPointsInGraph(graph, topPlug(graph, mesh, kPoints), lists);
     }
     if (!lists.edges.edges.empty()) {
-        putEdgesInGraph(graph, plugOf(graph, mesh, kEdges), lists);
+        putEdgesInGraph(graph, topPlug(graph, mesh, kEdges), lists);
     }
 }
 
@@ -463,9 +456,9 @@ void StoredMeshes::putInGraph(Graph& graph, const Plug& plug)
     }
     Lists& lists = found->second;
     if (!lists.points.empty() && root == graph.findAttribute(plug.node, kPoints)) {
-        putPointsInGraph(graph, plugOf(graph, plug.node, kPoints), lists);
+        putPointsInGraph(graph, topPlug(graph, plug.node, kPoints), lists);
     } else if (!lists.edges.edges.empty() && root == graph.findAttribute(plug.node, kEdges)) {
-        putEdgesInGraph(graph, plugOf(graph, plug.node, kEdges), lists);
+        putEdgesInGraph(graph, topPlug(graph, plug.node, kEdges), lists);
     }
 }
 

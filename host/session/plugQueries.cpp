@@ -85,11 +85,7 @@ bool isPartOf(const Graph& graph, Plug part, const Plug& whole)
 
 Plug Session::findPlug(NodeId node, std::string_view attributeName)
 {
-    if (node >= m_graph->nodeCount()) {
-        return {};
-    }
-    const AttributeIndex attribute = m_graph->findAttribute(node, attributeName);
-    return attribute == kNoAttribute ? Plug{} : Plug{node, attribute, kNoSlot, -1};
+    return node < m_graph->nodeCount() ? topPlug(*m_graph, node, attributeName) : Plug{};
 }
 
 Plug Session::element(const Plug& array, std::int32_t logicalIndex)
